@@ -1,0 +1,100 @@
+// The shared HTTP session against plain libcurl, both keeping 16 GETs in flight against the
+// same loopback server. Compare per-request times (session / raw) from the medians of
+// several repetitions: the loopback server is noisy.
+
+#include "platform/HttpSession.hpp"
+#include "platform/testing/LoopbackServer.hpp"
+
+#include <benchmark/benchmark.h>
+#include <curl/curl.h>
+
+#include <atomic>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int kInFlight = 16;
+constexpr const char* kBody = R"({"id":"tok_123","type":"card","fingerprint":"f2a9","mask":"XXXXXXXXXXXX4242"})";
+
+platform::testing::LoopbackServer& server() {
+    static auto* instance = [] {
+        auto* s = new platform::testing::LoopbackServer(platform::testing::LoopbackServer::Options{64});
+        s->on("GET", "/token", [](const platform::testing::LoopbackRequest&) {
+            return platform::testing::respond(200, kBody, {{"Content-Type", "application/json"}});
+        });
+        return s;
+    }();
+    return *instance;
+}
+
+void sessionBatch(platform::HttpSession& session, const std::string& url) {
+    std::atomic<int> remaining{kInFlight};
+    std::atomic<bool> failed{false};
+    std::vector<std::shared_ptr<platform::DataTask>> tasks;
+    tasks.reserve(kInFlight);
+    for (int i = 0; i < kInFlight; ++i) {
+        platform::HttpRequest request;
+        request.url = url;
+        tasks.push_back(session.dataTask(std::move(request), [&](platform::HttpResult result) {
+            if (!result || result->body.size() != std::char_traits<char>::length(kBody)) failed = true;
+            if (remaining.fetch_sub(1) == 1) remaining.notify_one();
+        }));
+    }
+    for (auto& task : tasks) task->resume();
+    for (int left = remaining.load(); left != 0; left = remaining.load()) remaining.wait(left);
+    if (failed) throw std::runtime_error("session request failed");
+}
+
+void BM_SessionLoopback(benchmark::State& state) {
+    auto& session = platform::sharedHttpSession();
+    const auto url = server().baseUrl() + "/token";
+    for (int warm = 0; warm < 20; ++warm) sessionBatch(session, url);
+    for (auto _ : state) sessionBatch(session, url);
+    state.SetItemsProcessed(state.iterations() * kInFlight);
+}
+BENCHMARK(BM_SessionLoopback)->UseRealTime();
+
+size_t discardInto(char* data, size_t size, size_t count, void* user) {
+    static_cast<std::string*>(user)->append(data, size * count);
+    return size * count;
+}
+
+void BM_RawCurlLoopback(benchmark::State& state) {
+    curl_global_init(CURL_GLOBAL_DEFAULT);
+    const auto url = server().baseUrl() + "/token";
+    CURLM* multi = curl_multi_init();
+    std::vector<CURL*> handles(kInFlight);
+    std::vector<std::string> bodies(kInFlight);
+    for (int i = 0; i < kInFlight; ++i) {
+        handles[i] = curl_easy_init();
+        curl_easy_setopt(handles[i], CURLOPT_URL, url.c_str());
+        curl_easy_setopt(handles[i], CURLOPT_NOSIGNAL, 1L);
+        curl_easy_setopt(handles[i], CURLOPT_WRITEFUNCTION, &discardInto);
+        curl_easy_setopt(handles[i], CURLOPT_WRITEDATA, &bodies[i]);
+    }
+    auto batch = [&] {
+        for (int i = 0; i < kInFlight; ++i) {
+            bodies[i].clear();
+            curl_multi_add_handle(multi, handles[i]);
+        }
+        int running = kInFlight;
+        while (running > 0) {
+            curl_multi_perform(multi, &running);
+            if (running > 0) curl_multi_poll(multi, nullptr, 0, 1000, nullptr);
+        }
+        int queued = 0;
+        while (CURLMsg* message = curl_multi_info_read(multi, &queued)) {
+            if (message->data.result != CURLE_OK) throw std::runtime_error("raw request failed");
+        }
+        for (int i = 0; i < kInFlight; ++i) curl_multi_remove_handle(multi, handles[i]);
+    };
+    for (int warm = 0; warm < 20; ++warm) batch();
+    for (auto _ : state) batch();
+    state.SetItemsProcessed(state.iterations() * kInFlight);
+    for (CURL* h : handles) curl_easy_cleanup(h);
+    curl_multi_cleanup(multi);
+}
+BENCHMARK(BM_RawCurlLoopback)->UseRealTime();
+
+}  // namespace
