@@ -1,0 +1,144 @@
+#include "AnyCodable/JsonReader.hpp"
+
+#include <cmath>
+#include <memory>
+#include <unordered_map>
+
+#include <nlohmann/json.hpp>
+
+namespace anycodable {
+namespace {
+
+// Objects larger than this get a hash index for the duplicate-key check, so that a hostile
+// object with a million keys costs linear time.
+constexpr std::size_t kIndexThreshold = 32;
+
+class Builder {
+public:
+    using Json = nlohmann::json;
+
+    explicit Builder(std::size_t maxDepth) : maxDepth_(maxDepth) {}
+
+    bool null() { return add(Null{}); }
+    bool boolean(bool v) { return add(v); }
+    bool number_integer(std::int64_t v) { return add(v); }
+    bool number_unsigned(std::uint64_t v) {
+        if (v <= static_cast<std::uint64_t>(INT64_MAX)) return add(static_cast<std::int64_t>(v));
+        return add(v);
+    }
+    bool number_float(double v, const std::string& text) {
+        if (!std::isfinite(v)) return corrupt("Number " + text + " is not representable.");
+        // Integral values go to the first integer type that holds them exactly.
+        if (v == std::trunc(v)) {
+            if (v >= -9223372036854775808.0 && v < 9223372036854775808.0) return add(static_cast<std::int64_t>(v));
+            if (v > 0 && v < 18446744073709551616.0) return add(static_cast<std::uint64_t>(v));
+        }
+        return add(v);
+    }
+    bool string(std::string& v) { return add(std::move(v)); }
+    bool binary(Json::binary_t&) { return corrupt("Binary values are not JSON."); }
+
+    bool start_object(std::size_t) { return open(true); }
+    bool key(std::string& k) {
+        frames_.back().key = std::move(k);
+        return true;
+    }
+    bool end_object() { return close(); }
+    bool start_array(std::size_t) { return open(false); }
+    bool end_array() { return close(); }
+
+    bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception& ex) {
+        return corrupt(std::string("The given data was not valid JSON. ") + ex.what());
+    }
+
+    [[nodiscard]] std::expected<Value, DecodingError> result() && {
+        if (error_) return std::unexpected(std::move(*error_));
+        return std::move(root_);
+    }
+    [[nodiscard]] bool failed() const { return error_.has_value(); }
+    bool corrupt(std::string message) {
+        if (!error_) error_ = DecodingError{DecodingError::Kind::dataCorrupted, path(), std::move(message)};
+        return false;
+    }
+
+private:
+    struct Frame {
+        bool object = false;
+        Array array;
+        Map map;
+        std::string key;
+        std::unique_ptr<std::unordered_map<std::string, std::size_t>> index;
+    };
+
+    bool open(bool object) {
+        if (frames_.size() >= maxDepth_) {
+            return corrupt("The JSON is nested more than " + std::to_string(maxDepth_) + " levels deep.");
+        }
+        frames_.emplace_back();
+        frames_.back().object = object;
+        return true;
+    }
+
+    bool close() {
+        Frame frame = std::move(frames_.back());
+        frames_.pop_back();
+        return frame.object ? add(std::move(frame.map)) : add(std::move(frame.array));
+    }
+
+    bool add(Value value) {
+        if (frames_.empty()) {
+            root_ = std::move(value);
+            return true;
+        }
+        Frame& top = frames_.back();
+        if (!top.object) {
+            top.array.push_back(std::move(value));
+            return true;
+        }
+        if (top.map.size() < kIndexThreshold) {
+            top.map.set(std::move(top.key), std::move(value));
+            return true;
+        }
+        if (!top.index) {
+            top.index = std::make_unique<std::unordered_map<std::string, std::size_t>>();
+            std::size_t i = 0;
+            for (const auto& entry : top.map) top.index->emplace(entry.first, i++);
+        }
+        auto [it, inserted] = top.index->emplace(top.key, top.map.size());
+        if (inserted) {
+            top.map.appendUnchecked(std::move(top.key), std::move(value));
+        } else {
+            (top.map.begin() + static_cast<std::ptrdiff_t>(it->second))->second = std::move(value);
+        }
+        return true;
+    }
+
+    [[nodiscard]] CodingPath path() const {
+        CodingPath p;
+        for (const auto& frame : frames_) {
+            p.push_back(frame.object ? frame.key : "Index " + std::to_string(frame.array.size()));
+        }
+        return p;
+    }
+
+    std::size_t maxDepth_;
+    std::vector<Frame> frames_;
+    Value root_;
+    std::optional<DecodingError> error_;
+};
+
+}  // namespace
+
+std::expected<Value, DecodingError> readJson(std::string_view text, ReadOptions options) {
+    Builder builder(options.maxDepth);
+    try {
+        bool ok = nlohmann::json::sax_parse(text.begin(), text.end(), &builder);
+        if (!ok && !builder.failed()) builder.corrupt("The given data was not valid JSON.");
+    } catch (const std::exception& ex) {
+        // The parser reports through the handler; this guards allocation failures.
+        builder.corrupt(std::string("The given data was not valid JSON. ") + ex.what());
+    }
+    return std::move(builder).result();
+}
+
+}  // namespace anycodable

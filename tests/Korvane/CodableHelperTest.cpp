@@ -1,0 +1,243 @@
+#include "Korvane/CodableHelper.hpp"
+#include "Korvane/Configuration.hpp"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <unordered_set>
+
+namespace korvane {
+namespace {
+
+using anycodable::AnyCodable;
+using Kind = DecodingError::Kind;
+
+struct Key {
+    std::string key;
+    std::optional<std::string> alg;
+    friend bool operator==(const Key&, const Key&) = default;
+    static constexpr auto jsonFields() { return fields(required("key", &Key::key), optional("alg", &Key::alg)); }
+};
+
+enum class Level { low, high, unknown };
+constexpr auto jsonCases(Level) {
+    return std::array{std::pair{Level::low, std::string_view("low")}, std::pair{Level::high, std::string_view("high")},
+                      std::pair{Level::unknown, std::string_view("unknown")}};
+}
+constexpr bool caseIterableDefaultsLast(Level) { return true; }
+
+struct Record {
+    std::optional<std::string> id;
+    std::optional<platform::Uuid> tenantId;
+    std::optional<AnyCodable> data;
+    std::optional<std::map<std::string, std::string>> metadata;
+    std::optional<Key> cek;
+    std::optional<Date> createdAt;
+    std::optional<std::vector<Key>> keys;
+    std::optional<std::int32_t> count;
+    std::optional<Level> level;
+    friend bool operator==(const Record&, const Record&) = default;
+    static constexpr auto jsonFields() {
+        return fields(optional("id", &Record::id), optional("tenant_id", &Record::tenantId),
+                      optional("data", &Record::data), optional("metadata", &Record::metadata),
+                      optional("cek", &Record::cek), optional("created_at", &Record::createdAt),
+                      optional("keys", &Record::keys), optional("count", &Record::count),
+                      optional("level", &Record::level));
+    }
+};
+
+struct CreateRequest {
+    std::optional<std::string> type;
+    std::optional<AnyCodable> data;
+    friend bool operator==(const CreateRequest&, const CreateRequest&) = default;
+    static constexpr auto jsonFields() {
+        return fields(optional("type", &CreateRequest::type), alwaysWritten("data", &CreateRequest::data));
+    }
+};
+
+struct Problem {
+    std::optional<std::string> title;
+    std::optional<std::int64_t> status;
+    AdditionalProperties additionalProperties;
+    friend bool operator==(const Problem&, const Problem&) = default;
+    static constexpr auto jsonFields() {
+        return fields(optional("title", &Problem::title), optional("status", &Problem::status),
+                      korvane::additionalProperties(&Problem::additionalProperties));
+    }
+};
+
+struct Patch {
+    NullEncodable<std::string> name;
+    friend bool operator==(const Patch&, const Patch&) = default;
+    static constexpr auto jsonFields() { return fields(nullable("name", &Patch::name)); }
+};
+
+class CodableHelperTest : public ::testing::Test {
+protected:
+    void SetUp() override { CodableHelper::resetForTesting(); }
+    void TearDown() override { CodableHelper::resetForTesting(); }
+    JSONEncoder compact_;
+    JSONDecoder plain_;
+};
+
+TEST_F(CodableHelperTest, FieldsAreWrittenInTableOrderAndAbsentOnesLeftOut) {
+    Record record;
+    record.level = Level::high;
+    record.id = "t1";
+    record.cek = Key{"k", std::nullopt};
+    EXPECT_EQ(*compact_.encode(record), R"({"id":"t1","cek":{"key":"k"},"level":"high"})");
+}
+
+TEST_F(CodableHelperTest, AlwaysWrittenFieldGoesOutAsNullWhenAbsent) {
+    EXPECT_EQ(*compact_.encode(CreateRequest{}), R"({"data":null})");
+    EXPECT_EQ(*compact_.encode(CreateRequest{"card", AnyCodable::map({{"n", 1}})}), R"({"type":"card","data":{"n":1}})");
+}
+
+TEST_F(CodableHelperTest, RoundTripOfEveryFieldKind) {
+    Record record{"id",
+                  platform::Uuid::parse("e621e1f8-c36c-495a-93fc-0c247a3e6e5f"),
+                  AnyCodable::array({1, "x", anycodable::Null{}}),
+                  std::map<std::string, std::string>{{"a", "b"}},
+                  Key{"k", "RSA"},
+                  Date{std::chrono::milliseconds(1714557600123)},
+                  std::vector<Key>{{"a", std::nullopt}, {"b", "x"}},
+                  -7,
+                  Level::low};
+    auto text = CodableHelper::encode(record);
+    ASSERT_TRUE(text) << text.error().description();
+    EXPECT_NE(text->find("\"tenant_id\" : \"E621E1F8-C36C-495A-93FC-0C247A3E6E5F\""), std::string::npos) << *text;
+    EXPECT_NE(text->find("\"created_at\" : \"2024-05-01T10:00:00.123Z\""), std::string::npos) << *text;
+    auto back = CodableHelper::decode<Record>(*text);
+    ASSERT_TRUE(back) << back.error().description();
+    EXPECT_EQ(*back, record);
+    EXPECT_EQ(std::hash<Record>{}(*back), std::hash<Record>{}(record));
+}
+
+TEST_F(CodableHelperTest, UnknownKeysAreIgnoredAndNullReadsAsAbsent) {
+    auto decoded = plain_.decode<Record>(R"({"id":"x","surprise":[1,2],"data":null,"count":null})");
+    ASSERT_TRUE(decoded);
+    EXPECT_EQ(decoded->id, "x");
+    EXPECT_FALSE(decoded->data) << "a JSON null for an optional AnyCodable is absent";
+    EXPECT_FALSE(decoded->count);
+}
+
+TEST_F(CodableHelperTest, DecodeFailuresAreValuesWithKindAndPath) {
+    struct Case {
+        const char* json;
+        Kind kind;
+        anycodable::CodingPath path;
+        const char* why;
+    };
+    const Case cases[] = {
+        {R"({"cek":{"alg":"x"}})", Kind::keyNotFound, {"cek"}, "required key missing"},
+        {R"({"cek":{"key":null}})", Kind::valueNotFound, {"cek", "key"}, "null for a required value"},
+        {R"({"tenant_id":"not-a-uuid"})", Kind::dataCorrupted, {"tenant_id"}, "malformed UUID"},
+        {R"({"keys":[{"key":"a"},{"key":5}]})", Kind::typeMismatch, {"keys", "Index 1", "key"}, "number for string"},
+        {R"({"count":1.5})", Kind::dataCorrupted, {"count"}, "fraction for an integer"},
+        {R"({"count":2147483648})", Kind::dataCorrupted, {"count"}, "beyond 32 bits"},
+        {R"({"count":true})", Kind::typeMismatch, {"count"}, "bool is not a number"},
+        {R"({"created_at":"yesterday"})", Kind::dataCorrupted, {"created_at"}, "date not in the format"},
+        {R"({"metadata":{"a":1}})", Kind::typeMismatch, {"metadata", "a"}, "map value of the wrong type"},
+        {R"([])", Kind::typeMismatch, {}, "array for a model"},
+        {R"({"id":)", Kind::dataCorrupted, {}, "truncated body"},
+    };
+    for (const auto& c : cases) {
+        auto decoded = CodableHelper::decode<Record>(c.json);
+        ASSERT_FALSE(decoded) << c.why;
+        EXPECT_EQ(decoded.error().kind, c.kind) << c.why << ": " << decoded.error().description();
+        if (c.kind != Kind::dataCorrupted || !c.path.empty()) {
+            EXPECT_EQ(decoded.error().codingPath, c.path) << c.why;
+        }
+    }
+}
+
+TEST_F(CodableHelperTest, IntegralNumberWithZeroFractionFitsAnIntegerField) {
+    auto decoded = plain_.decode<Record>(R"({"count":3.0})");
+    ASSERT_TRUE(decoded);
+    EXPECT_EQ(decoded->count, 3);
+}
+
+TEST_F(CodableHelperTest, UnknownEnumValueDefaultsToLastCase) {
+    auto decoded = plain_.decode<Record>(R"({"level":"extreme"})");
+    ASSERT_TRUE(decoded);
+    EXPECT_EQ(decoded->level, Level::unknown);
+}
+
+TEST_F(CodableHelperTest, OpenContentKeepsEveryUnnamedKey) {
+    auto decoded = plain_.decode<Problem>(R"({"title":"Bad","extra":{"a":[1]},"status":400,"trace":"t"})");
+    ASSERT_TRUE(decoded);
+    EXPECT_EQ(decoded->status, 400);
+    EXPECT_EQ(decoded->additionalProperties.size(), 2u);
+    EXPECT_EQ(additionalProperty(decoded->additionalProperties, "trace"), AnyCodable("t"));
+    setAdditionalProperty(decoded->additionalProperties, "trace", std::nullopt);
+    setAdditionalProperty(decoded->additionalProperties, "title", AnyCodable("shadow"));
+    EXPECT_EQ(*compact_.encode(*decoded), R"({"title":"Bad","status":400,"extra":{"a":[1]}})")
+        << "pairs follow the named fields; a pair named like a field is not written twice";
+}
+
+TEST_F(CodableHelperTest, NullEncodableTellsNothingFromNull) {
+    EXPECT_EQ(*compact_.encode(Patch{}), "{}");
+    EXPECT_EQ(*compact_.encode(Patch{NullEncodable<std::string>::encodeNull()}), R"({"name":null})");
+    EXPECT_EQ(*compact_.encode(Patch{NullEncodable<std::string>::encodeValue("a")}), R"({"name":"a"})");
+    EXPECT_TRUE(plain_.decode<Patch>("{}")->name.isNothing());
+    EXPECT_TRUE(plain_.decode<Patch>(R"({"name":null})")->name.isNull());
+    EXPECT_TRUE(plain_.decode<Patch>(R"({"name":5})")->name.isNothing()) << "a value that doesn't decode";
+    EXPECT_EQ(plain_.decode<Patch>(R"({"name":"v"})")->name, NullEncodable<std::string>::encodeValue("v"));
+}
+
+TEST_F(CodableHelperTest, EqualModelsHashEqualInUnorderedSets) {
+    std::unordered_set<Key> keys{{"a", std::nullopt}, {"a", std::nullopt}, {"a", "x"}};
+    EXPECT_EQ(keys.size(), 2u);
+}
+
+TEST_F(CodableHelperTest, DefaultEncoderPrettyPrints) {
+    auto text = CodableHelper::encode(Key{"k", "a"});
+    EXPECT_EQ(*text, "{\n  \"key\" : \"k\",\n  \"alg\" : \"a\"\n}");
+}
+
+TEST_F(CodableHelperTest, DateFormatterReadsInThreeSteps) {
+    auto formatter = CodableHelper::dateFormatter();
+    auto at = [](std::int64_t ms) { return Date{std::chrono::milliseconds(ms)}; };
+    EXPECT_EQ(formatter->date("2024-05-01T10:00:00.123Z"), at(1714557600123));
+    EXPECT_EQ(formatter->date("2024-05-01T12:00:00+02:00"), at(1714557600000)) << "second step";
+    EXPECT_EQ(formatter->date("2024-05-01"), at(1714521600000)) << "third step: midnight GMT";
+    EXPECT_FALSE(formatter->date("2024-05-01T10:00"));
+    EXPECT_FALSE(formatter->date("2024-02-30"));
+    EXPECT_EQ(formatter->string(at(1714557600000)), "2024-05-01T10:00:00.000Z");
+}
+
+TEST_F(CodableHelperTest, DefaultCodersCaptureTheFormatterOnFirstBuild) {
+    auto custom = std::make_shared<OpenISO8601DateFormatter>();
+    ASSERT_TRUE(custom->setDateFormat("yyyy"));
+    Record record;
+    record.createdAt = Date{std::chrono::milliseconds(1714557600000)};
+
+    CodableHelper::setDateFormatter(custom);
+    EXPECT_NE(CodableHelper::encode(record)->find("\"2024\""), std::string::npos) << "set before first use";
+
+    CodableHelper::resetForTesting();
+    auto before = CodableHelper::encode(record);
+    CodableHelper::setDateFormatter(custom);
+    EXPECT_EQ(CodableHelper::encode(record), before) << "the default kept the formatter it captured";
+    EXPECT_EQ(CodableHelper::dateFormatter(), custom) << "readers of dateFormatter() see the new one";
+}
+
+TEST_F(CodableHelperTest, OverrideSlotsWinOverDefaults) {
+    auto encoder = std::make_shared<JSONEncoder>();
+    CodableHelper::setJsonEncoder(encoder);
+    EXPECT_EQ(*CodableHelper::encode(Key{"k", std::nullopt}), R"({"key":"k"})");
+    CodableHelper::setJsonEncoder(nullptr);
+    EXPECT_NE(CodableHelper::encode(Key{"k", std::nullopt})->find('\n'), std::string::npos);
+}
+
+TEST(ConfigurationTest, SuccessRangeIsHalfOpen) {
+    auto range = Configuration::successfulStatusCodeRange();
+    EXPECT_FALSE(range.contains(199));
+    EXPECT_TRUE(range.contains(200));
+    EXPECT_TRUE(range.contains(299));
+    EXPECT_FALSE(range.contains(300));
+    EXPECT_EQ(Configuration::dateFormat(), "yyyy-MM-dd'T'HH:mm:ss.SSSZZZZZ");
+}
+
+}  // namespace
+}  // namespace korvane
