@@ -1,0 +1,162 @@
+#pragma once
+// TextElementUITextField: a text field that holds sensitive input for a host that must never
+// read it.
+//
+// The host places the field on screen, configures it (`setConfig`) and subscribes to
+// `subject()`; it cannot read what was typed: `text()` always answers absent, the delegate can
+// only be the library's own `KorvaneUIViewController`, and events and `metadata()` carry flags
+// only. The value leaves the element only through `getValue()` of the reference protocol, which
+// the library's tokenize and proxy calls use at the last moment before a request.
+//
+// Each change of the text runs the mask, the transform and the validation, updates the flags
+// and publishes a "textChange" event (a change that leaves the text as it was publishes
+// nothing). Focus and blur publish "focus" and "blur". Construction publishes "ready".
+//
+// Create elements with std::make_shared: mirroring and linking hold them shared.
+//
+// Usage:
+//   auto zip = std::make_shared<TextElementUITextField>();
+//   zip->setConfig(TextElementOptions{.mask = ElementMask(5, CardBrand::digitMaskRegex())});
+//   auto sub = zip->subject().publisher().sink([](const ElementEvent& e) { ... });
+//
+// Thread safety: none; main queue only. Events are delivered synchronously on the thread that
+// changed the text. The copy icon's reset is posted to `platform::mainQueue()`.
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "KorvaneElements/ElementConfigError.hpp"
+#include "KorvaneElements/ElementEvent.hpp"
+#include "KorvaneElements/ElementMask.hpp"
+#include "KorvaneElements/ElementMetadata.hpp"
+#include "KorvaneElements/ElementProtocol.hpp"
+#include "KorvaneElements/ElementReferenceProtocol.hpp"
+#include "KorvaneElements/ElementTransform.hpp"
+#include "KorvaneElements/TextElementOptions.hpp"
+#include "platform/Cancellable.hpp"
+#include "platform/NativeView.hpp"
+#include "platform/PassthroughSubject.hpp"
+#include "platform/TextField.hpp"
+
+namespace korvane::elements {
+
+class ElementValueReference;
+
+class TextElementUITextField : public platform::TextField,
+                               public ElementProtocol,
+                               public ElementReferenceProtocol {
+public:
+    // An absent text reads as nil; answers whether a value is valid.
+    using Validation = std::function<bool(const std::optional<std::string>&)>;
+    // Rewrites the text change event; receives the transformed value and the computed event.
+    using EventHook = std::function<ElementEvent(const std::optional<std::string>&, ElementEvent)>;
+
+    TextElementUITextField();
+    explicit TextElementUITextField(platform::Rect frame);
+    ~TextElementUITextField() override;
+
+    // ---- Host configuration --------------------------------------------------------------
+    // Throws ElementConfigException(invalidMask) for a malformed mask, leaving everything as it
+    // was. Absent options (or absent fields) clear mask, transform, validation and icon colour;
+    // the value type becomes `string`. `enableCopy` true adds the copy icon; false leaves an
+    // icon that is there.
+    virtual void setConfig(const std::optional<TextElementOptions>& options);
+
+    // ---- ElementProtocol -----------------------------------------------------------------
+    [[nodiscard]] platform::PassthroughSubject<ElementEvent>& subject() override { return subject_; }
+    [[nodiscard]] const ElementMetadata& metadata() const override { return metadata_; }
+    // Fills the field from a reference, running mask, validation and events. Null does nothing.
+    // REQUIRES: the reference has a value method; otherwise the process stops.
+    void setValue(const std::shared_ptr<ElementValueReference>& elementValueReference) override;
+    // Makes this element a read-only mirror of `element`: it never takes focus again and shows
+    // the mirrored text after each of its text changes.
+    void setValueRef(const std::shared_ptr<TextElementUITextField>& element) override;
+    [[nodiscard]] const std::string& elementId() const override { return elementId_; }
+    void setElementId(std::string id) override { elementId_ = std::move(id); }
+
+    // ---- ElementReferenceProtocol ----------------------------------------------------------
+    // The transformed field text; empty when there is none.
+    [[nodiscard]] std::optional<std::string> getValue() const override;
+    [[nodiscard]] std::optional<ElementValueType> getValueType() const override { return getValueType_; }
+    void setGetValueType(std::optional<ElementValueType> type) override { getValueType_ = type; }
+    [[nodiscard]] std::optional<bool> isComplete() const override { return isComplete_; }
+    void setIsComplete(std::optional<bool> complete) override { isComplete_ = complete; }
+
+    // ---- State a host may look at --------------------------------------------------------
+    [[nodiscard]] bool readOnly() const { return readOnly_; }
+    [[nodiscard]] bool backspacePressed() const { return backspacePressed_; }
+    [[nodiscard]] const std::shared_ptr<TextElementUITextField>& valueRef() const { return valueRef_; }
+    [[nodiscard]] const std::optional<platform::view::Color>& copyIconColor() const { return copyIconColor_; }
+    [[nodiscard]] const std::shared_ptr<platform::NativeImageView>& copyIconImageView() const {
+        return copyIconImageView_;
+    }
+
+protected:
+    // ---- Overridable behaviour -----------------------------------------------------------
+    [[nodiscard]] virtual std::optional<ElementMask> inputMask() const { return inputMask_; }
+    virtual void setInputMask(std::optional<ElementMask> mask) { inputMask_ = std::move(mask); }
+    [[nodiscard]] virtual std::optional<ElementTransform> inputTransform() const { return inputTransform_; }
+    virtual void setInputTransform(std::optional<ElementTransform> transform) { inputTransform_ = std::move(transform); }
+    [[nodiscard]] const RegexRef& inputValidation() const { return inputValidation_; }
+    // Empty when there is no validation.
+    [[nodiscard]] virtual Validation validation() const;
+    // Empty when the event is not rewritten.
+    [[nodiscard]] virtual EventHook getElementEvent() { return {}; }
+    // Runs after every change of the field text (the editing-changed control event).
+    virtual void textFieldDidChange();
+
+    [[nodiscard]] std::string applyTransform(std::optional<std::string_view> text) const;
+    [[nodiscard]] std::string applyMaskInForce(std::optional<std::string_view> text) const;
+    void setupCopyIcon();
+    // The copy icon's action: puts the raw field text (literals included) on the general
+    // pasteboard and shows the "check" image for one second.
+    void copyText();
+
+    // The field text as the element sees it, for subclasses.
+    [[nodiscard]] std::string fieldText() const { return storedText(); }
+    // Writes through the element's own setter (mask, validation, change handling).
+    void assignText(std::optional<std::string> text) { writeText(std::move(text)); }
+    // Points at this element until it is destroyed: what a callback that may outlive the
+    // element (a value reference, a delayed task) captures.
+    [[nodiscard]] const std::shared_ptr<TextElementUITextField*>& selfHandle() const { return self_; }
+    // Publishes `event` without the text change bookkeeping.
+    void publish(const ElementEvent& event) { subject_.send(event); }
+    void logInfo(std::string_view message, bool withEvent = false, const ElementEvent* event = nullptr) const;
+
+    // ---- platform::TextField hooks -------------------------------------------------------
+    [[nodiscard]] std::optional<std::string> readText() const override { return std::nullopt; }
+    void writeText(std::optional<std::string> text) override;
+    void insertTextHook(std::string_view text) override;
+    void deleteBackwardHook() override;
+    [[nodiscard]] bool canBecomeFirstResponder() const override { return !readOnly_; }
+    [[nodiscard]] bool acceptsDelegate(const platform::TextFieldDelegate* delegate) const override;
+
+private:
+    void setupElement();
+    void editingStarted();
+    void editingEnded();
+    // The validation's part of the setter and of insertion.
+    void updateCompletenessFromSetter(std::optional<std::string_view> unmaskedValue);
+
+    std::string elementId_;
+    std::optional<bool> isComplete_;
+    bool backspacePressed_ = false;
+    std::optional<ElementMask> inputMask_;
+    std::optional<ElementTransform> inputTransform_;
+    RegexRef inputValidation_;
+    std::string previousValue_;
+    bool readOnly_ = false;
+    std::shared_ptr<TextElementUITextField> valueRef_;
+    std::optional<platform::view::Color> copyIconColor_;
+    std::optional<ElementValueType> getValueType_;
+    platform::CancellableSet cancellables_;
+    std::shared_ptr<platform::NativeImageView> copyIconImageView_ = std::make_shared<platform::NativeImageView>();
+    platform::PassthroughSubject<ElementEvent> subject_;
+    ElementMetadata metadata_;
+    // Points at this element until it is destroyed; shared with callbacks that may outlive it.
+    std::shared_ptr<TextElementUITextField*> self_ = std::make_shared<TextElementUITextField*>(this);
+};
+
+}  // namespace korvane::elements

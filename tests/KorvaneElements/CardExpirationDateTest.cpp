@@ -1,0 +1,137 @@
+// The expiry element: auto-prefixing, refused months, the date test against a set clock, and
+// its references.
+
+#include <gtest/gtest.h>
+
+#include "ElementTestSupport.hpp"
+#include "KorvaneElements/CardExpirationDateUITextField.hpp"
+#include "KorvaneElements/ElementValueReference.hpp"
+#include "platform/Locale.hpp"
+#include "platform/TextFieldDriver.hpp"
+
+namespace {
+
+using namespace korvane::elements;
+using namespace std::chrono;
+using elements_test::EventLog;
+
+// 2024-01-15 12:00 UTC, the manual queue's default "now".
+struct ExpiryTest : ::testing::Test {
+    void SetUp() override { expiry = std::make_shared<CardExpirationDateUITextField>(); }
+    void TearDown() override { expiry->resignFirstResponder(); }
+    void setNow(int y, unsigned m, unsigned d) {
+        main->setNow(sys_days{year{y} / month{m} / day{d}} + hours{12});
+    }
+    std::string shown() const { return expiry->getValue().value_or("<none>"); }
+
+    platform::ScopedLocale locale{"en_US", "UTC"};
+    platform::ManualMainQueueScope main;
+    elements_test::TelemetryCapture telemetry;
+    std::shared_ptr<CardExpirationDateUITextField> expiry;
+};
+
+TEST_F(ExpiryTest, KeystrokeTables) {
+    struct Sequence {
+        std::vector<std::pair<const char*, const char*>> steps;  // key, text after it
+        const char* why;
+    };
+    const Sequence sequences[] = {
+        {{{"5", "05"}, {"1", "05/1"}, {"2", "05/12"}}, "a first digit above 1 is a month with a leading 0"},
+        {{{"1", "1"}, {"3", "1"}, {"2", "12"}, {"2", "12/2"}, {"5", "12/25"}, {"9", "12/25"}},
+         "13 is refused, the slash comes with the third digit, the mask ends at five"},
+        {{{"0", "0"}, {"0", "00"}, {"4", "00/4"}}, "month 00 is not refused"},
+        {{{"x", ""}, {"/", ""}, {"1", "1"}}, "letters and a leading slash are dropped"},
+    };
+    for (const auto& sequence : sequences) {
+        expiry->setText("");
+        platform::TextFieldDriver user(*expiry);
+        for (auto [key, text] : sequence.steps) {
+            user.type(key);
+            EXPECT_EQ(shown(), text) << sequence.why << " (key " << key << ")";
+        }
+    }
+}
+
+TEST_F(ExpiryTest, PastedLongMonthBecomesOne) {
+    platform::TextFieldDriver(*expiry).paste("1345");
+    EXPECT_EQ(shown(), "1");
+}
+
+TEST_F(ExpiryTest, DateTestAgainstTheClock) {
+    struct Case {
+        int year;
+        unsigned month;
+        const char* text;
+        bool valid;
+        const char* why;
+    };
+    const Case cases[] = {
+        {2024, 1, "12/25", true, "a later year"},
+        {2024, 1, "01/24", true, "the current month"},
+        {2024, 6, "05/24", false, "the month just passed"},
+        {2024, 1, "12/23", false, "an earlier year"},
+        {2024, 1, "00/40", true, "months are not bounded by the date test"},
+        {2026, 12, "12/26", false, "late December reads the week-based year, already 2027 in en_US"},
+    };
+    for (const auto& c : cases) {
+        setNow(c.year, c.month, c.year == 2026 ? 31 : 15);
+        expiry->setText(c.text);
+        EXPECT_EQ(expiry->metadata().valid, c.valid) << c.text << ": " << c.why;
+        EXPECT_EQ(expiry->metadata().complete, c.valid) << c.text << ": " << c.why;
+    }
+    expiry->setText("12/2");
+    EXPECT_FALSE(expiry->metadata().valid) << "four characters are never valid";
+}
+
+TEST_F(ExpiryTest, ReferencesReadTheFieldWhenResolved) {
+    expiry->setText("12/25");
+    auto month = expiry->month();
+    auto year = expiry->year();
+    EXPECT_EQ(month->getValue(), "12");
+    EXPECT_EQ(year->getValue(), "2025");
+    EXPECT_EQ(year->getValueType(), ElementValueType::int_);
+    EXPECT_EQ(year->isComplete(), true);
+    EXPECT_EQ(year->elementId(), expiry->elementId());
+    expiry->setText("03/31");
+    EXPECT_EQ(year->getValue(), "2031") << "read at resolution";
+    EXPECT_EQ(expiry->format("yyyy-MM")->getValue(), "2031-03");
+    EXPECT_EQ(expiry->format("yyyy-MM-dd HH:mm:ss")->getValue(), "2031-03-01 23:59:59");
+    EXPECT_EQ(expiry->format("yyyy")->getValueType(), ElementValueType::string);
+}
+
+TEST_F(ExpiryTest, SetValueFromMonthAndYearReferences) {
+    EventLog log(*expiry);
+    auto ref = [](std::string v) {
+        return std::make_shared<ElementValueReference>("x", [v] { return v; }, true, ElementValueType::int_);
+    };
+    expiry->setValue(ref("5"), ref("2031"));
+    EXPECT_EQ(shown(), "05/31");
+    EXPECT_EQ(log.types(), (std::vector<std::string>{"textChange"}));
+    expiry->setValue(nullptr, nullptr);
+    EXPECT_EQ(shown(), "00/");
+}
+
+TEST_F(ExpiryTest, KeycapDigitsPassTheMaskButNeverADate) {
+    // Each keycap is one character holding an ASCII digit, so the mask keeps it; the date test
+    // and the formatted reference then refuse it instead of stopping.
+    platform::TextFieldDriver(*expiry).paste("1️⃣2️⃣/3️⃣0️⃣");
+    EXPECT_EQ(shown(), "1️⃣2️⃣/3️⃣0️⃣");
+    EXPECT_FALSE(expiry->metadata().valid);
+    EXPECT_FALSE(expiry->format("yyyy-MM")->valueMethod());
+}
+
+TEST(ExpiryDeathTest, YearWithoutSlashStops) {
+    platform::ManualMainQueueScope main;
+    auto expiry = std::make_shared<CardExpirationDateUITextField>();
+    expiry->setText("1");
+    auto year = expiry->year();
+    EXPECT_DEATH((void)year->getValue(), "no year after");
+}
+
+TEST(ExpiryDeathTest, SetValueWithoutValueMethodStops) {
+    auto expiry = std::make_shared<CardExpirationDateUITextField>();
+    auto broken = std::make_shared<ElementValueReference>("x", nullptr, true, ElementValueType::int_);
+    EXPECT_DEATH(expiry->setValue(broken, nullptr), "has no valueMethod");
+}
+
+}  // namespace
