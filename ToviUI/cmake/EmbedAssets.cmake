@@ -1,0 +1,20 @@
+# Turns every resources/*.svg into a string constant of a generated source file, so that the
+# library carries its drawings without a resource bundle on disk.
+# Inputs: INPUT_DIR (the resources folder), OUTPUT (the .cpp to write).
+file(GLOB files LIST_DIRECTORIES false "${INPUT_DIR}/*.svg")
+list(SORT files)
+set(rows "")
+foreach(path IN LISTS files)
+  get_filename_component(name "${path}" NAME_WE)
+  file(READ "${path}" svg)
+  string(STRIP "${svg}" svg)
+  string(FIND "${svg}" ")tovisvg\"" clash)
+  if(NOT clash EQUAL -1)
+    message(FATAL_ERROR "${path} contains the raw string delimiter")
+  endif()
+  string(APPEND rows "    {\"${name}\", R\"tovisvg(${svg})tovisvg\"},\n")
+endforeach()
+set(text "// Generated from ToviUI/resources by EmbedAssets.cmake. Do not edit.\n#include \"ToviAssetTable.hpp\"\n\nnamespace tovi::internal {\n\nstd::span<const EmbeddedAsset> assetTable() {\n    static constexpr EmbeddedAsset table[] = {\n${rows}    };\n    return table;\n}\n\n}  // namespace tovi::internal\n")
+file(WRITE "${OUTPUT}.tmp" "${text}")
+file(COPY_FILE "${OUTPUT}.tmp" "${OUTPUT}" ONLY_IF_DIFFERENT)
+file(REMOVE "${OUTPUT}.tmp")

@@ -1,0 +1,68 @@
+#include <array>
+#include <utility>
+
+#include "ToviUI/CardBrand.hpp"
+#include "ToviUI/Hasher.hpp"
+#include "ToviUI/PaymentMethodUiModel.hpp"
+
+namespace tovi {
+
+namespace {
+
+struct BrandRow {
+    CardBrand brand;
+    std::string_view backendName;
+    std::string_view displayName;
+};
+
+// Matched top to bottom; `unknown` is the fallback and has no backend name.
+constexpr std::array<BrandRow, 8> kBrands{{
+    {CardBrand::amex, "amex", "American Express"},
+    {CardBrand::mastercard, "mastercard", "MasterCard"},
+    {CardBrand::maestro, "maestro", "Maestro"},
+    {CardBrand::visa, "visa", "Visa"},
+    {CardBrand::visaElectron, "visa electron", "Visa Electron"},
+    {CardBrand::discover, "discover", "Discover"},
+    {CardBrand::dinersClub, "diners", "Diners Club"},
+    {CardBrand::unknown, {}, "Unknown"},
+}};
+
+}  // namespace
+
+CardBrand cardBrandFromBackend(std::string_view brand) {
+    for (const auto& row : kBrands) {
+        if (row.brand != CardBrand::unknown && row.backendName == brand) return row.brand;
+    }
+    return CardBrand::unknown;
+}
+
+std::string_view displayName(CardBrand brand) {
+    for (const auto& row : kBrands) {
+        if (row.brand == brand) return row.displayName;
+    }
+    return "Unknown";
+}
+
+PaymentMethodUiModel makePaymentMethodUiModel(const ToviSharedPaymentMethod& record) {
+    return PaymentMethodUiModel{
+        .id = record.id,
+        .card = CardUiModel{.brand = cardBrandFromBackend(record.card.brand),
+                            .firstSix = record.card.firstSix,
+                            .lastFour = record.card.lastFour},
+        .isExpired = false,
+    };
+}
+
+}  // namespace tovi
+
+std::size_t std::hash<tovi::CardUiModel>::operator()(const tovi::CardUiModel& card) const noexcept {
+    return tovi::Hasher().combine(card.brand).combine(card.firstSix).combine(card.lastFour).finish();
+}
+
+std::size_t std::hash<tovi::PaymentMethodUiModel>::operator()(const tovi::PaymentMethodUiModel& method) const noexcept {
+    return tovi::Hasher()
+        .combine(method.id)
+        .combine(std::hash<tovi::CardUiModel>{}(method.card))
+        .combine(method.isExpired)
+        .finish();
+}

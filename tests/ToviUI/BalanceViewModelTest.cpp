@@ -1,0 +1,377 @@
+#include "ToviUI/BalanceViewModel.hpp"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "ScriptedToviClient.hpp"
+#include "platform/Console.hpp"
+#include "platform/FakeDeviceWallet.hpp"
+#include "platform/Locale.hpp"
+#include "platform/ManualMainQueue.hpp"
+
+namespace tovi {
+namespace {
+
+using testing::ScriptedToviClient;
+
+const std::vector<std::string> kStartOrder{
+    "customer.get",          "customer.getTransactions",  "merchant.get",
+    "customer.getReloadConfig", "merchant.getKorvaneApiKey", "merchant.getCardArtUrls",
+};
+
+ToviApiError error(std::string message) { return ToviApiError{std::move(message), ""}; }
+
+class BalanceViewModelTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        client->customerRecord.balance.amount = 4275;
+        client->customerRecord.paymentMethods = {{"pm_a", {"visa", "424242", "4242"}},
+                                                 {"pm_b", {"Visa", "555555", "4444"}}};
+        client->merchantRecord.name = "Driftwood Coffee";
+        client->merchantRecord.metadata.autoReloadConfiguration = {500, 10000, 700};
+        client->merchantRecord.metadata.appReloadConfiguration = {{{"p1", 1000}}, true};
+        client->reloadConfig = {{{"p1", 1000, 0}, {"p2", 2500, 250}}, true};
+        client->transactionsRecord.transactions = {{"t1", "Latte", "2024-01-10T08:05:00.000Z", -575, false}};
+        platform::setDeviceWallet(wallet);
+    }
+
+    void TearDown() override {
+        client->dropPending();
+        platform::setDeviceWallet(nullptr);
+    }
+
+    std::shared_ptr<BalanceViewModel> make() {
+        return BalanceViewModel::create(client, "cus_1", "mer_1",
+                                        {.callExecutor = &background, .paymentMethodUpdates = &updates});
+    }
+
+    // Runs both queues until neither has work due.
+    void drain() {
+        while (background.runUntilIdle() + main->runUntilIdle() > 0) {
+        }
+    }
+
+    std::vector<std::string> lines() const { return console.lines(); }
+
+    platform::ScopedLocale locale{"en_US", "UTC"};
+    platform::ManualMainQueueScope main;
+    platform::ManualMainQueue background;
+    PaymentMethodUpdateManager updates;
+    std::shared_ptr<ScriptedToviClient> client = std::make_shared<ScriptedToviClient>();
+    std::shared_ptr<platform::FakeDeviceWallet> wallet = std::make_shared<platform::FakeDeviceWallet>();
+    platform::ConsoleCapture console;
+};
+
+TEST_F(BalanceViewModelTest, CreationPublishesInitialStateAndLoadsOnALaterTurn) {
+    client->sandbox = true;
+    auto viewModel = make();
+    EXPECT_EQ(*viewModel->balanceScreenUiState, BalanceScreenUiState::loading);
+    EXPECT_EQ(*viewModel->walletBalanceDisplayString, "$0.00");
+    EXPECT_TRUE(*viewModel->isDemoMode);
+    EXPECT_EQ(*viewModel->autoReloadUiModel, AutoReloadUiModel(AutoReloadDisabled{.reloadThreshold = 0}));
+    EXPECT_TRUE(client->calls.empty()) << "creation returns before anything is fetched";
+
+    drain();
+    EXPECT_EQ(*viewModel->balanceScreenUiState, BalanceScreenUiState::loaded);
+}
+
+TEST_F(BalanceViewModelTest, StartsAllSixCallsOffTheMainQueueBeforeAnyCompletes) {
+    auto viewModel = make();
+    main->runUntilIdle();  // the creation's task: hands the calls to the background executor
+    EXPECT_TRUE(client->calls.empty());
+    background.runUntilIdle();
+
+    EXPECT_EQ(client->callNames(), kStartOrder);
+    for (const auto& call : client->calls) EXPECT_FALSE(call.startedOnMainQueue) << call.name;
+    EXPECT_EQ(*viewModel->balanceScreenUiState, BalanceScreenUiState::loading) << "no completion has run yet";
+}
+
+TEST_F(BalanceViewModelTest, SuccessPublishesEachApplyStepSeparatelyAndLoadedLast) {
+    auto viewModel = make();
+    std::vector<std::string> order;
+    platform::CancellableSet subscriptions;
+    auto watch = [&](auto& property, std::string name) {
+        bool initial = true;  // a publisher replays the current value first
+        property.publisher()
+            .sink([&order, name, initial](const auto&) mutable {
+                if (!std::exchange(initial, false)) order.push_back(name);
+            })
+            .store(subscriptions);
+    };
+    watch(viewModel->screenState, "screenState");
+    watch(viewModel->walletBalanceDisplayString, "balance");
+    watch(viewModel->appReloadConfigurationUiModel, "appReload");
+    watch(viewModel->userReloadConfigurationUiModel, "userReload");
+    watch(viewModel->paymentMethodUiModels, "paymentMethods");
+    watch(viewModel->autoReloadUiModel, "autoReload");
+    watch(viewModel->transactions, "transactions");
+    watch(viewModel->cardArtUrl, "cardArt");
+    watch(viewModel->korvaneApiKey, "apiKey");
+    watch(viewModel->tapToPayUiModel, "tapToPay");
+    watch(viewModel->balanceScreenUiState, "uiState");
+    drain();
+
+    EXPECT_EQ(order, (std::vector<std::string>{"screenState", "balance", "appReload", "userReload", "paymentMethods",
+                                               "autoReload", "transactions", "cardArt", "apiKey", "tapToPay",
+                                               "uiState"}));
+    EXPECT_EQ(*viewModel->walletBalanceDisplayString, "$42.75");
+    EXPECT_EQ(viewModel->paymentMethodUiModels->at(1).card.brand, CardBrand::unknown) << "brand match is exact";
+    EXPECT_EQ(*viewModel->autoReloadUiModel, AutoReloadUiModel(AutoReloadDisabled{.reloadThreshold = 700}));
+    EXPECT_EQ(viewModel->transactions->at(0).amount, "-$5.75");
+    EXPECT_EQ(*viewModel->cardArtUrl, "https://cdn.example/art.png");
+    EXPECT_EQ(*viewModel->korvaneApiKey, "key_test");
+    EXPECT_FALSE(viewModel->tapToPayUiModel->has_value()) << "the device cannot add passes";
+    EXPECT_EQ(viewModel->screenState->value().customer, client->customerRecord);
+}
+
+TEST_F(BalanceViewModelTest, TapToPayFollowsTheDeviceWallet) {
+    wallet->setCanAddPaymentPass(true);
+    auto viewModel = make();
+    drain();
+    ASSERT_TRUE(viewModel->tapToPayUiModel->has_value());
+    EXPECT_EQ(viewModel->tapToPayUiModel->value().merchantName, "Driftwood Coffee");
+}
+
+TEST_F(BalanceViewModelTest, EmptyCardArtIsNotAFailure) {
+    client->cardArtUrls.clear();
+    auto viewModel = make();
+    drain();
+    EXPECT_EQ(*viewModel->balanceScreenUiState, BalanceScreenUiState::loaded);
+    EXPECT_FALSE(viewModel->cardArtUrl->has_value());
+}
+
+TEST_F(BalanceViewModelTest, OnlyTheFirstFailureInAwaitOrderIsLogged) {
+    client->errors["customer.get"] = error("customer down");
+    client->errors["merchant.getCardArtUrls"] = error("art down");
+    client->held = {"customer.get"};
+    auto viewModel = make();
+    drain();
+
+    // The card art has failed, but the customer is awaited first and still running.
+    EXPECT_TRUE(lines().empty());
+    EXPECT_FALSE(client->lastCall("customer.get")->cancellation.isCancelled());
+    EXPECT_EQ(*viewModel->balanceScreenUiState, BalanceScreenUiState::loading);
+
+    client->release("customer.get");
+    drain();
+    EXPECT_EQ(lines(), std::vector<std::string>{"Error fetching user info on balance page: "
+                                                "The operation couldn\u2019t be completed. (ToviApiError: customer down)"});
+    EXPECT_EQ(*viewModel->balanceScreenUiState, BalanceScreenUiState::error);
+}
+
+TEST_F(BalanceViewModelTest, RemainingCallsAreCancelledAndAwaitedBeforeTheErrorIsPublished) {
+    client->errors["customer.get"] = error("customer down");
+    client->held = {"merchant.get", "customer.getTransactions"};
+    auto viewModel = make();
+    drain();
+
+    EXPECT_TRUE(client->lastCall("merchant.get")->cancellation.isCancelled());
+    EXPECT_TRUE(client->lastCall("customer.getTransactions")->cancellation.isCancelled());
+    EXPECT_EQ(*viewModel->balanceScreenUiState, BalanceScreenUiState::loading) << "two calls have not ended yet";
+    EXPECT_TRUE(lines().empty());
+
+    client->release("merchant.get");
+    drain();
+    EXPECT_EQ(*viewModel->balanceScreenUiState, BalanceScreenUiState::loading);
+
+    client->release("customer.getTransactions");
+    drain();
+    EXPECT_EQ(*viewModel->balanceScreenUiState, BalanceScreenUiState::error);
+    EXPECT_EQ(lines().size(), 1u);
+}
+
+TEST_F(BalanceViewModelTest, FailedRefetchKeepsTheOldValuesButShowsTheError) {
+    auto viewModel = make();
+    drain();
+    const auto firstState = *viewModel->screenState;
+
+    client->customerRecord.balance.amount = 1;
+    client->errors["merchant.getKorvaneApiKey"] = error("key down");
+    bool done = false;
+    viewModel->fetchBalanceData([&] { done = true; });
+    drain();
+
+    EXPECT_TRUE(done);
+    EXPECT_EQ(*viewModel->balanceScreenUiState, BalanceScreenUiState::error);
+    EXPECT_EQ(*viewModel->walletBalanceDisplayString, "$42.75");
+    EXPECT_EQ(*viewModel->screenState, firstState);
+}
+
+TEST_F(BalanceViewModelTest, OverlappingFetchesLetTheLastToFinishWin) {
+    auto viewModel = make();
+    drain();
+
+    client->held = {"customer.get"};
+    client->customerRecord.balance.amount = 1000;
+    viewModel->fetchBalanceData();  // answers $10.00 but is held
+    drain();
+    client->held.clear();
+    client->customerRecord.balance.amount = 2000;
+    viewModel->fetchBalanceData();  // answers $20.00 at once
+    drain();
+    EXPECT_EQ(*viewModel->walletBalanceDisplayString, "$20.00");
+
+    client->release("customer.get");
+    drain();
+    EXPECT_EQ(*viewModel->walletBalanceDisplayString, "$10.00");
+}
+
+TEST_F(BalanceViewModelTest, NewPaymentMethodGoesFirstUnlessItsIdIsKnownAndAlwaysRefetches) {
+    auto viewModel = make();
+    drain();
+    client->held = {"customer.get"};  // keep refetches from replacing the list
+
+    updates.onPaymentMethodAdded({"pm_a", {"amex", "371449", "8431"}});
+    EXPECT_EQ(viewModel->paymentMethodUiModels->size(), 2u);
+    EXPECT_EQ(viewModel->paymentMethodUiModels->at(0).card.brand, CardBrand::visa) << "known id: list unchanged";
+
+    updates.onPaymentMethodAdded({"pm_new", {"amex", "371449", "8431"}});
+    ASSERT_EQ(viewModel->paymentMethodUiModels->size(), 3u);
+    EXPECT_EQ(viewModel->paymentMethodUiModels->at(0),
+              (PaymentMethodUiModel{"pm_new", {CardBrand::amex, "371449", "8431"}, false}));
+
+    const auto before = client->calls.size();
+    drain();
+    EXPECT_EQ(client->calls.size(), before + 2 * kStartOrder.size()) << "one refetch per published method";
+}
+
+TEST_F(BalanceViewModelTest, AddFundsTruncatesTypedDollarsAndClosesTheSheetOnSuccess) {
+    auto viewModel = make();
+    drain();
+    viewModel->showAddFundsSheet = true;
+    const PaymentMethodUiModel card{"pm_a", {CardBrand::visa, "424242", "4242"}, false};
+
+    bool done = false;
+    const auto before = client->calls.size();
+    viewModel->addFunds(ReloadAmountCustom{1.15}, card, [&] { done = true; });
+    main->runUntilIdle();
+
+    ASSERT_EQ(client->addBalanceRequests.size(), 1u);
+    EXPECT_EQ(client->addBalanceRequests[0],
+              (ToviSharedAddBalanceRequest{"cus_1", 114, "pm_a", std::nullopt, std::nullopt}));
+    EXPECT_TRUE(done);
+    EXPECT_FALSE(*viewModel->showAddFundsSheet);
+    EXPECT_EQ(lines(), std::vector<std::string>{"added funds, closing sheet and refetching data!!!"});
+    drain();
+    EXPECT_EQ(client->calls.size(), before + 1 + kStartOrder.size()) << "the add, then a refetch";
+}
+
+TEST_F(BalanceViewModelTest, FailedChangesOnlyLogAndLeaveTheSheetsOpen) {
+    auto viewModel = make();
+    drain();
+    viewModel->showAddFundsSheet = true;
+    viewModel->showAutoReloadScreen = true;
+    client->errors["customer.addBalance"] = error("declined");
+    client->errors["customer.setAutoReloadConfiguration"] = error("nope");
+
+    viewModel->addFunds(ReloadAmountPreconfigured{{"p1", 1000, std::nullopt}}, {"pm_a", {}, false});
+    viewModel->updateAutoReload(AutoReloadUpdateDisabled{});
+    const auto before = client->calls.size();
+    drain();
+
+    EXPECT_EQ(lines(), (std::vector<std::string>{"failed to add funds, need to shower an error!",
+                                                 "failed to update auto reload, need to shower an error!"}));
+    EXPECT_TRUE(*viewModel->showAddFundsSheet);
+    EXPECT_TRUE(*viewModel->showAutoReloadScreen);
+    EXPECT_EQ(client->calls.size(), before) << "no refetch after a failure";
+    EXPECT_EQ(client->addBalanceRequests.at(0).amount, 1000);
+}
+
+TEST_F(BalanceViewModelTest, UpdateAutoReloadSendsTheStatusAndClosesTheSheet) {
+    auto viewModel = make();
+    drain();
+    viewModel->showAutoReloadScreen = true;
+
+    viewModel->updateAutoReload(AutoReloadUpdateEnabled{"pm_b", 2500, 1000});
+    viewModel->updateAutoReload(AutoReloadUpdateDisabled{});
+    drain();
+
+    ASSERT_EQ(client->autoReloadRequests.size(), 2u);
+    EXPECT_EQ(client->autoReloadRequests[0].status,
+              ToviSharedAutoReloadConfigurationStatus(ToviSharedAutoReloadConfigurationStatusEnabled{"pm_b", 2500, 1000}));
+    EXPECT_EQ(client->autoReloadRequests[1].status,
+              ToviSharedAutoReloadConfigurationStatus(ToviSharedAutoReloadConfigurationStatusDisabled::disabled()));
+    EXPECT_FALSE(*viewModel->showAutoReloadScreen);
+    EXPECT_EQ(lines(), (std::vector<std::string>{"updated auto reload, closing sheet!!!",
+                                                 "updated auto reload, closing sheet!!!"}));
+}
+
+TEST_F(BalanceViewModelTest, AddPaymentMethodPublishesOnTheChannelBeforeCompleting) {
+    auto viewModel = make();
+    drain();
+    std::vector<std::string> order;
+    auto subscription = updates.newPaymentObserver().sink([&](const auto&) { order.push_back("channel"); });
+
+    viewModel->addPaymentMethod("tok_123", [&](ToviResult<ToviSharedPaymentMethod> result) {
+        order.push_back("completion");
+        EXPECT_EQ(result.value().id, "pm_new");
+        EXPECT_EQ(viewModel->paymentMethodUiModels->front().id, "pm_new") << "the handler ran first";
+    });
+    main->runUntilIdle();
+
+    EXPECT_EQ(order, (std::vector<std::string>{"channel", "completion"}));
+    EXPECT_EQ(client->addedTypes.at(0), creditCard("tok_123"));
+}
+
+TEST_F(BalanceViewModelTest, AddPaymentMethodFailureIsLoggedAndHandedBack) {
+    auto viewModel = make();
+    drain();
+    client->errors["customer.addPaymentMethod"] = ToviApiError{"Card refused", "402"};
+    std::optional<ToviApiError> received;
+    viewModel->addPaymentMethod("tok_9", [&](auto result) { received = result.error(); });
+    drain();
+
+    EXPECT_EQ(received, (ToviApiError{"Card refused", "402"}));
+    EXPECT_EQ(lines(), std::vector<std::string>{
+                           R"(error adding payment method: ToviApiError(humanReadableMessage: "Card refused", detail: "402"))"});
+    EXPECT_EQ(viewModel->paymentMethodUiModels->size(), 2u);
+}
+
+TEST_F(BalanceViewModelTest, VirtualCardCallsAreForwardedUnchanged) {
+    auto viewModel = make();
+    drain();
+    client->errors["customer.createVirtualCard"] = error("no cards today");
+    std::optional<ToviResult<ToviSharedVirtualCard>> created;
+    std::optional<ToviResult<ToviSharedProvisioning>> provisioned;
+    viewModel->createVirtualCard([&](auto result) { created = std::move(result); });
+    viewModel->provisionVirtualCard("vc_1", ToviSharedWalletProviderApplePay{"bm9uY2U=", "c2ln", "Y2VydA=="},
+                                    [&](auto result) { provisioned = std::move(result); });
+    drain();
+
+    EXPECT_EQ(created->error().humanReadableMessage, "no cards today");
+    EXPECT_EQ(provisioned->value().encryptedData, "ZGF0YQ==");
+    EXPECT_EQ(client->provisioningRequests.at(0).customerId, "cus_1");
+    EXPECT_EQ(client->provisioningRequests.at(0).virtualCardId, "vc_1");
+    EXPECT_TRUE(lines().empty());
+}
+
+TEST_F(BalanceViewModelTest, ALocaleThatWritesAmountsDifferentlyChangesTheBalance) {
+    platform::ScopedLocale german("de_DE", "Europe/Berlin");
+    auto viewModel = make();
+    drain();
+    EXPECT_EQ(*viewModel->walletBalanceDisplayString, "42,75\u00A0€");
+    const auto& setting = viewModel->userReloadConfigurationUiModel->value().customCurrencyInputSetting;
+    EXPECT_EQ(setting.inputErrorMessage(1), "Amount must be at least $5.00");
+}
+
+using BalanceViewModelDeathTest = BalanceViewModelTest;
+
+TEST_F(BalanceViewModelDeathTest, AmountsThatDoNotFitStopTheProcess) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    auto viewModel = make();
+    const PaymentMethodUiModel card{"pm_a", {}, false};
+    EXPECT_DEATH(viewModel->addFunds(ReloadAmountCustom{21474837.0}, card),
+                 "^Fatal error: Not enough bits to represent the passed value\n");
+    EXPECT_DEATH(viewModel->addFunds(ReloadAmountPreconfigured{{"big", -2147483649LL, std::nullopt}}, card),
+                 "Not enough bits to represent the passed value");
+    EXPECT_DEATH(viewModel->addFunds(ReloadAmountCustom{1e300}, card),
+                 "Fatal error: Double value cannot be converted to Int because the result would be greater than "
+                 "Int.max");
+    EXPECT_DEATH(viewModel->updateAutoReload(AutoReloadUpdateEnabled{"pm_a", 1LL << 31, 0}),
+                 "Not enough bits to represent the passed value");
+}
+
+}  // namespace
+}  // namespace tovi
