@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "TextFieldGraphemes.hpp"
 #include "platform/Pasteboard.hpp"
 #include "platform/Text.hpp"
 
@@ -38,8 +37,11 @@ void TextField::deleteBackwardHook() {
         if (range.location == 0) {
             return;
         }
-        std::size_t start = internal::previousGraphemeBoundary(storage_, range.location);
-        range = TextRange{start, range.location - start};
+        // The last user-perceived character before the caret: an emoji with its modifiers or
+        // a letter with its combining marks goes as one.
+        const std::vector<std::string> before = characters(utf16ToUtf8(std::u16string_view(storage_).substr(0, range.location)));
+        const std::size_t width = before.empty() ? range.location : utf16Length(before.back());
+        range = TextRange{range.location - width, width};
     }
     replaceAsUser(range, u"");
 }

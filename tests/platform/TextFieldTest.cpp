@@ -111,6 +111,9 @@ TEST_F(TextFieldTest, DeleteRemovesOneUserPerceivedCharacterOrTheSelection) {
         {"ab", {2, 0}, "a", "a plain letter"},
         {"a😀", {3, 0}, "a", "an emoji is two UTF-16 units but one character"},
         {"ae\xCC\x81", {3, 0}, "a", "e with a combining accent goes as one"},
+        {"a🇫🇷", {5, 0}, "a", "a flag of two regional indicators goes as one"},
+        {"a👨‍👩‍👧b", {9, 0}, "ab", "a family joined with zero-width joiners, before the caret"},
+        {"\r\n", {2, 0}, "", "CR LF is one character"},
         {"abcd", {1, 2}, "ad", "a selection is removed whole"},
         {"ab", {0, 0}, "ab", "nothing before the caret"},
     };
