@@ -12,16 +12,23 @@
 namespace platform::view::internal {
 
 void appendEscaped(std::string& out, std::string_view text) {
-    for (char c : text) {
-        switch (c) {
-            case '&': out += "&amp;"; break;
-            case '<': out += "&lt;"; break;
-            case '>': out += "&gt;"; break;
-            case '"': out += "&quot;"; break;
-            case '\'': out += "&#39;"; break;
-            default: out += c;
+    // Most text has nothing to escape: copy the runs between special characters whole.
+    std::size_t runStart = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char* entity = nullptr;
+        switch (text[i]) {
+            case '&': entity = "&amp;"; break;
+            case '<': entity = "&lt;"; break;
+            case '>': entity = "&gt;"; break;
+            case '"': entity = "&quot;"; break;
+            case '\'': entity = "&#39;"; break;
+            default: continue;
         }
+        out.append(text.substr(runStart, i - runStart));
+        out += entity;
+        runStart = i + 1;
     }
+    out.append(text.substr(runStart));
 }
 
 namespace {
@@ -73,7 +80,14 @@ Color firstColor(const Paint& paint) {
 std::string cssFont(const Font& f) {
     std::string family;
     if (!f.family.empty()) {
-        family = "\"" + f.family + "\",";
+        // The family is the host's text: it stays inside its CSS string whatever it holds.
+        family = "\"";
+        for (char c : f.family) {
+            if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) continue;
+            if (c == '"' || c == '\\') family += '\\';
+            family += c;
+        }
+        family += "\",";
     }
     switch (f.design) {
         case FontDesign::serif: family += "\"Liberation Serif\",\"DejaVu Serif\",serif"; break;

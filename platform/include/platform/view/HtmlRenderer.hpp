@@ -13,7 +13,8 @@
 // detent; a navigation stack shows its top-most pushed destination with a bar holding the
 // title and toolbar items.
 //
-// Thread safety: a pure function of its arguments.
+// Thread safety: a pure function of its arguments, callable from any thread. Each thread that
+// renders keeps one buffer as large as the largest page it rendered, reused by the next page.
 
 #include <functional>
 #include <optional>
