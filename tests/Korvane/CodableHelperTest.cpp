@@ -1,5 +1,6 @@
 #include "Korvane/CodableHelper.hpp"
 #include "Korvane/Configuration.hpp"
+#include "platform/DateFormatter.hpp"
 
 #include <gtest/gtest.h>
 
@@ -204,6 +205,40 @@ TEST_F(CodableHelperTest, DateFormatterReadsInThreeSteps) {
     EXPECT_FALSE(formatter->date("2024-05-01T10:00"));
     EXPECT_FALSE(formatter->date("2024-02-30"));
     EXPECT_EQ(formatter->string(at(1714557600000)), "2024-05-01T10:00:00.000Z");
+}
+
+// The read has a shortcut for the common shapes; whatever it answers must be what the three
+// ICU steps answer, so this compares the two on the shapes at the edges of the shortcut.
+TEST_F(CodableHelperTest, DateShortcutAgreesWithTheThreeStepRead) {
+    const platform::DateFormatterOptions options{
+        .locale = "en_US_POSIX", .timeZone = "GMT", .calendar = platform::CalendarKind::iso8601, .lenient = false};
+    std::vector<platform::DateFormatter> steps;
+    for (const char* pattern : {"yyyy-MM-dd'T'HH:mm:ss.SSSZZZZZ", "yyyy-MM-dd'T'HH:mm:ssZZZZZ", "yyyy-MM-dd"}) {
+        steps.push_back(*platform::DateFormatter::make(pattern, options));
+    }
+    auto reference = [&](std::string_view text) -> std::optional<Date> {
+        for (const auto& step : steps) {
+            if (auto parsed = step.parse(text)) {
+                return Date(std::chrono::round<std::chrono::milliseconds>(parsed->time_since_epoch()));
+            }
+        }
+        return std::nullopt;
+    };
+    const char* texts[] = {
+        "2024-01-15T12:00:00.123Z",      "2024-02-29T23:59:59.999Z",      "2023-02-29T00:00:00.000Z" /* no leap day */,
+        "2024-04-31T00:00:00.000Z",      "2024-12-31T23:30:00.000-01:00" /* next year in GMT */,
+        "1900-01-01T00:00:00.000Z",      "2199-12-31T23:59:59.999Z",      "2024-01-15T12:00:00+05:30",
+        "2024-01-15T12:00:00.000+14:00", "2024-01-15T24:00:00.000Z",      "2024-01-15T12:60:00.000Z",
+        "2024-01-15T12:00:60.000Z",      "2024-13-01T00:00:00.000Z",      "2024-00-10T00:00:00.000Z",
+        "2024-01-15T12:00:00.12Z",       "2024-01-15T12:00:00.1234Z",     "2024-01-15T12:00:00.123Z ",
+        "2024-01-15T12:00:00.123",       "2024-01-15T12:00:00.123+0200",  "2024-01-15t12:00:00.123Z",
+        "+024-01-15T12:00:00.123Z",      "2024-01-15",
+    };
+    auto formatter = std::make_shared<OpenISO8601DateFormatter>();
+    for (const char* text : texts) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(formatter->date(text), reference(text));
+    }
 }
 
 TEST_F(CodableHelperTest, DefaultCodersCaptureTheFormatterOnFirstBuild) {

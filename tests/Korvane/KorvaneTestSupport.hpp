@@ -37,9 +37,10 @@ protected:
         }
     }
 
-    // Runs the queue until `done` holds, for at most 10 s of real time (the network is real).
+    // Runs the queue until `done` holds, for at most 30 s of real time (the network is real, and
+    // a loaded machine moves the 50 MB bodies slowly).
     bool waitFor(const std::function<bool()>& done) {
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
         while (std::chrono::steady_clock::now() < deadline) {
             queue->runUntilIdle();
             if (done()) return true;
