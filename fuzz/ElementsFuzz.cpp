@@ -131,10 +131,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             case 7: user.select(platform::TextRange{next() % 24u, next() % 6u}); break;
             default: {
                 // Resolve the references the tokenize call would, and let the copy icon run.
-                // (A year without "/" is a documented stop, so it is only read with one.)
+                // (A text without a year after "/" is a documented stop for the year and the
+                // formatted date, so they are only read when there is one.)
                 const std::string value = fields.expiry->getValue().value_or("");
                 (void)fields.expiry->month()->getValue();
-                if (value.find('/') != std::string::npos) {
+                const std::size_t slash = value.find('/');
+                if (slash != std::string::npos && value.find_first_not_of('/', slash) != std::string::npos) {
                     (void)fields.expiry->year()->getValue();
                     (void)fields.expiry->format("yyyy-MM-dd")->getValue();
                 }

@@ -1,6 +1,7 @@
 #include "KorvaneElements/CardExpirationDateUITextField.hpp"
 
 #include <chrono>
+#include <map>
 #include <mutex>
 
 #include "ElementText.hpp"
@@ -212,7 +213,9 @@ std::shared_ptr<ElementValueReference> CardExpirationDateUITextField::format(std
     const auto firstOfMonth = calendar.date(platform::DateComponents{
         .year = static_cast<int>(*yearValue), .month = static_cast<int>(*monthValue), .day = 1});
     if (!firstOfMonth) {
-        fprintf(stderr, "DBG y=%lld m=%lld\n", (long long)*yearValue, (long long)*monthValue); internal::fatalStop("CardExpirationDateUITextField: the calendar could not make the expiry date");
+        // A one-digit year ("04/6", a year 206) lies outside the instants the platform's clock
+        // can hold. It is typed input, so it gives no date rather than a stop.
+        return reference;
     }
     const auto endOfDay = calendar.settingTime(*firstOfMonth + std::chrono::seconds(86399), 23, 59, 59);
     if (!endOfDay) {

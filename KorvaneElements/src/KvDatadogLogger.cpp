@@ -1,8 +1,10 @@
 #include "KorvaneElements/KvDatadogLogger.hpp"
 
+#include <atomic>
 #include <cmath>
 
 #include "Fatal.hpp"
+#include "SharedLogger.hpp"
 #include "KorvaneElements/Telemetry.hpp"
 #include "platform/DeviceInfo.hpp"
 #include "platform/Http.hpp"
@@ -13,7 +15,6 @@ namespace korvane::elements {
 namespace {
 
 constexpr const char* kClientToken = "pub5c1f09ae77d24b6083e1fa2b6c9d04ee";
-constexpr const char* kIntakePath = "/v1/input/";
 constexpr const char* kServiceName = "Korvane iOS Elements";
 constexpr const char* kElementsVersion = "4.1.1";
 
@@ -129,7 +130,7 @@ std::unique_ptr<KvDatadogLogger> KVDatadogLoggerBuilder::build() {
     if (!clientToken_) {
         internal::fatalStop("KVDatadogLoggerBuilder: a client token is required to build a logger");
     }
-    auto logger = std::make_unique<KvDatadogLogger>(*clientToken_, telemetryIntakeOrigin() + kIntakePath);
+    auto logger = std::make_unique<KvDatadogLogger>(*clientToken_, telemetryIntakeOrigin() + kTelemetryIntakePath);
     for (auto& [key, value] : attributes_) {
         logger->setAttribute(key, value);
     }
@@ -154,10 +155,20 @@ KVDatadogLoggerBuilder makeDefaultLoggerBuilder() {
     return builder;
 }
 
+namespace {
+std::atomic<KvDatadogLogger*> gSharedLogger{nullptr};
+}  // namespace
+
 KvDatadogLogger& logger() {
     // Built once and never destroyed, so that logging from static destructors stays safe.
-    static KvDatadogLogger* shared = makeDefaultLoggerBuilder().build().release();
+    static KvDatadogLogger* shared = [] {
+        KvDatadogLogger* built = makeDefaultLoggerBuilder().build().release();
+        gSharedLogger.store(built, std::memory_order_release);
+        return built;
+    }();
     return *shared;
 }
+
+KvDatadogLogger* internal::sharedLoggerIfBuilt() { return gSharedLogger.load(std::memory_order_acquire); }
 
 }  // namespace korvane::elements

@@ -2,6 +2,8 @@
 
 #include <mutex>
 
+#include "KorvaneElements/KvDatadogLogger.hpp"
+#include "SharedLogger.hpp"
 #include "platform/HttpSession.hpp"
 
 namespace korvane::elements {
@@ -34,8 +36,14 @@ void setTelemetryIntakeOrigin(std::string origin) {
     while (!origin.empty() && origin.back() == '/') {
         origin.pop_back();
     }
-    std::lock_guard lock(settings().mutex);
-    settings().origin = std::move(origin);
+    {
+        std::lock_guard lock(settings().mutex);
+        settings().origin = origin;
+    }
+    // A logger built before the host got to set the origin follows it from the next message.
+    if (KvDatadogLogger* shared = internal::sharedLoggerIfBuilt()) {
+        shared->setLogURL(origin + kTelemetryIntakePath);
+    }
 }
 
 std::string telemetryIntakeOrigin() {

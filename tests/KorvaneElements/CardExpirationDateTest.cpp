@@ -97,6 +97,10 @@ TEST_F(ExpiryTest, ReferencesReadTheFieldWhenResolved) {
     EXPECT_EQ(expiry->format("yyyy-MM")->getValue(), "2031-03");
     EXPECT_EQ(expiry->format("yyyy-MM-dd HH:mm:ss")->getValue(), "2031-03-01 23:59:59");
     EXPECT_EQ(expiry->format("yyyy")->getValueType(), ElementValueType::string);
+
+    expiry->setText("04/6");
+    EXPECT_EQ(year->getValue(), "206");
+    EXPECT_FALSE(expiry->format("yyyy-MM")->valueMethod()) << "year 206 is no date here, and no stop";
 }
 
 TEST_F(ExpiryTest, SetValueFromMonthAndYearReferences) {

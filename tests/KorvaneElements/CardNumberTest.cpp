@@ -127,6 +127,49 @@ TEST_F(CardNumberTest, NumberAboveTheIntegerMaximumHasNoBrand) {
     EXPECT_FALSE(number->metadata().complete);
 }
 
+TEST_F(CardNumberTest, PastedNoiseIsDroppedAndTheRestIsAVisa) {
+    struct Case {
+        const char* pasted;
+        const char* value;
+        bool complete;
+        const char* why;
+    };
+    const Case cases[] = {
+        {"4242-4242-4242-4242", "4242424242424242", true, "dashes"},
+        {"card: 4242 4242 4242 4242!", "4242424242424242", true, "letters and punctuation"},
+        {"😀4242👨‍👩‍👧4242 4242\t4242😀", "4242424242424242", true, "emoji and a tab"},
+        {"4242424242424242424242424242", "4242424242424242", true,
+         "too long to read as an integer: no brand yet, so the default mask cuts it to 16"},
+        {"----", "", false, "nothing but dashes"},
+    };
+    for (const auto& c : cases) {
+        auto field = std::make_shared<CardNumberUITextField>();
+        EventLog log(*field);
+        platform::TextFieldDriver user(*field);
+        user.paste(c.pasted);
+        EXPECT_EQ(shown(*field), c.value) << c.why;
+        EXPECT_EQ(field->metadata().complete, c.complete) << c.why;
+        EXPECT_EQ(log.types().back(), std::string(*c.value ? "textChange" : "focus")) << c.why;
+        user.leave();
+    }
+}
+
+TEST_F(CardNumberTest, DeletingFromTheMiddleRegroupsTheDigits) {
+    platform::TextFieldDriver user(*number);
+    user.type("4242424242424242");
+    user.placeCaret(7);  // after "4242 42"
+    user.deleteBackward();
+    EXPECT_EQ(shown(*number), "424244242424242") << "the sixth digit is gone and the groups close up";
+    EXPECT_FALSE(number->metadata().maskSatisfied);
+    EXPECT_EQ(number->cardMetadata(), (CardMetadata{std::nullopt, std::nullopt, "visa"}));
+
+    EventLog log(*number);
+    user.placeCaret(5);
+    user.deleteBackward();  // the blank before the caret: the mask puts it straight back
+    EXPECT_EQ(shown(*number), "424244242424242");
+    EXPECT_TRUE(log.events.empty()) << "the text came back as it was: nothing to publish";
+}
+
 TEST_F(CardNumberTest, EmptyFieldFlags) {
     EventLog log(*number);
     platform::TextFieldDriver user(*number);

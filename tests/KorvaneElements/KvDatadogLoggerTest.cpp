@@ -5,8 +5,10 @@
 #include <cmath>
 
 #include "ElementTestSupport.hpp"
+#include "KorvaneElements/CardNumberUITextField.hpp"
 #include "KorvaneElements/KvDatadogLogger.hpp"
 #include "platform/DeviceInfo.hpp"
+#include "platform/TextFieldDriver.hpp"
 
 namespace {
 
@@ -109,6 +111,30 @@ TEST_F(LoggerTest, HostSwitchTurnsTelemetryOff) {
     EXPECT_TRUE(telemetry.requests().empty());
     logger.log("heard", "info");
     EXPECT_EQ(telemetry.requests().size(), 1u);
+}
+
+TEST_F(LoggerTest, SharedLoggerFollowsTheOriginAndTheSwitchSetLater) {
+    logger().log("built", "info");  // the shared logger exists from here on
+    setTelemetryIntakeOrigin("http://127.0.0.1:9");
+    logger().log("moved", "info");
+    setTelemetryIntakeOrigin(kDefaultTelemetryIntakeOrigin);
+    logger().log("back", "info");
+    auto requests = telemetry.requests();
+    ASSERT_EQ(requests.size(), 3u);
+    EXPECT_EQ(requests[1].url, "http://127.0.0.1:9/v1/input/pub5c1f09ae77d24b6083e1fa2b6c9d04ee");
+    EXPECT_EQ(requests[2].url, "https://http-intake.logs.datadoghq.com/v1/input/pub5c1f09ae77d24b6083e1fa2b6c9d04ee");
+
+    // Switched off, a whole card typed into an element posts nothing at all.
+    setTelemetryEnabled(false);
+    {
+        auto number = std::make_shared<CardNumberUITextField>();
+        platform::TextFieldDriver user(*number);
+        user.type("4242424242424242");
+        user.leave();
+        CardBrand::addCardBrands(CardBrand::DefaultCardBrands());
+    }
+    setTelemetryEnabled(true);
+    EXPECT_EQ(telemetry.requests().size(), 3u);
 }
 
 TEST(LoggerFireAndForget, PostingDoesNotWaitForTheAnswer) {

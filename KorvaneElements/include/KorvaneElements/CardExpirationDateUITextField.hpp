@@ -35,7 +35,9 @@ public:
     // Resolving it while the text has no "/" stops the process.
     [[nodiscard]] std::shared_ptr<ElementValueReference> year() const;
     // The first day of the expiry month at 23:59:59 in the current calendar, formatted with
-    // `dateFormat` now. The reference has no value method when the text is no date.
+    // `dateFormat` now. The reference has no value method when the text is no date, including
+    // an incomplete one such as "04/6" (year 206). Like `year()`, stops the process when the
+    // text has no year after "/".
     [[nodiscard]] std::shared_ptr<ElementValueReference> format(std::string_view dateFormat) const;
 
     // Fills the field with the last two characters of "00" + month, "/", and the last two of

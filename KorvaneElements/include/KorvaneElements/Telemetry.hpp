@@ -21,9 +21,11 @@ inline constexpr const char* kDefaultTelemetryIntakeOrigin = "https://http-intak
 void setTelemetryEnabled(bool enabled);
 [[nodiscard]] bool telemetryEnabled();
 
-// Scheme and host (and port); a trailing slash is dropped. Read when a logger is built, so a
-// host sets it at start-up, before the first element exists (the shared logger is built on
-// first use).
+// Every post goes to the intake origin, this path and the client token.
+inline constexpr const char* kTelemetryIntakePath = "/v1/input/";
+
+// Scheme and host (and port); a trailing slash is dropped. A logger takes the origin when it is
+// built; the shared logger also follows later changes, from its next message on.
 void setTelemetryIntakeOrigin(std::string origin);
 [[nodiscard]] std::string telemetryIntakeOrigin();
 
