@@ -31,12 +31,16 @@ struct WalletFixture {
     std::shared_ptr<platform::MainQueue> queue;
     std::shared_ptr<SandboxToviClient> client;
     platform::ConsoleCapture quiet;  // keeps log lines out of the report
+    // A channel of its own, destroyed first: it holds the view model, which would otherwise
+    // outlive the run through the process-wide channel.
+    tovi::PaymentMethodUpdateManager updates;
 };
 
 void BM_LoadBalance(benchmark::State& state) {
     WalletFixture fixture;
     auto viewModel = tovi::BalanceViewModel::create(fixture.client, fixture.client->customerId(),
-                                                    fixture.client->merchantId());
+                                                    fixture.client->merchantId(),
+                                                    {.callExecutor = nullptr, .paymentMethodUpdates = &fixture.updates});
     auto watch = viewModel->balanceScreenUiState.publisher().sink([&](tovi::BalanceScreenUiState ui) {
         if (ui != tovi::BalanceScreenUiState::loading) fixture.queue->stop();
     });

@@ -76,6 +76,8 @@ void SandboxBackend::run(SandboxOperation operation, ToviCall call, ToviCompleti
         }
         work([settle](ToviResult<T> result) mutable { settle(std::move(result)); });
     };
+    // Already cancelled: nothing is left to wait for.
+    if (pending->settled) return;
     if (latency.count() > 0) {
         timers_.postAfter(latency, std::move(fire));
     } else {

@@ -189,11 +189,17 @@ TEST_F(BalanceViewModelTest, FailedRefetchKeepsTheOldValuesButShowsTheError) {
 
     client->customerRecord.balance.amount = 1;
     client->errors["merchant.getKorvaneApiKey"] = error("key down");
+    std::vector<BalanceScreenUiState> published;
+    auto subscription = viewModel->balanceScreenUiState.publisher().sink(
+        [&](BalanceScreenUiState state) { published.push_back(state); });
+    published.clear();  // drop the replay of the current value
     bool done = false;
     viewModel->fetchBalanceData([&] { done = true; });
     drain();
 
     EXPECT_TRUE(done);
+    EXPECT_EQ(published, std::vector<BalanceScreenUiState>{BalanceScreenUiState::error})
+        << "a refetch runs behind the screen on display: no `loading` in between";
     EXPECT_EQ(*viewModel->balanceScreenUiState, BalanceScreenUiState::error);
     EXPECT_EQ(*viewModel->walletBalanceDisplayString, "$42.75");
     EXPECT_EQ(*viewModel->screenState, firstState);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <atomic>
 #include <latch>
 #include <map>
 #include <thread>
@@ -260,6 +261,49 @@ TEST(SandboxConcurrency, ConcurrentCallsFromManyThreadsAreAllApplied) {
     finished.wait();
     EXPECT_EQ(client->customerSnapshot().balance.amount, before + kThreads * kPerThread);
     EXPECT_EQ(client->transactionsSnapshot().size(), SandboxSeed::standard().transactions.size() + kThreads * kPerThread);
+}
+
+TEST(SandboxConcurrency, AScriptedCountOfFailuresIsSpentExactlyAcrossThreads) {
+    auto client = SandboxToviClient::create();
+    constexpr int kThreads = 6;
+    constexpr int kPerThread = 40;
+    constexpr int kFailures = 75;
+    client->failNext(SandboxOperation::getCustomer, "Try again later.", kFailures);
+    platform::ThreadPool completions(2, "sb-test");
+    std::atomic<int> failed{0};
+    std::atomic<int> wrongMessage{0};
+    std::latch finished(kThreads * kPerThread);
+    {
+        std::vector<std::jthread> threads;
+        for (int t = 0; t < kThreads; ++t) {
+            threads.emplace_back([&] {
+                for (int i = 0; i < kPerThread; ++i) {
+                    client->customer()->get(client->customerId(), ToviCall{completions},
+                                            [&](ToviResult<ToviSharedCustomer> result) {
+                                                if (!result) {
+                                                    ++failed;
+                                                    if (result.error().humanReadableMessage != "Try again later.") {
+                                                        ++wrongMessage;
+                                                    }
+                                                }
+                                                finished.count_down();
+                                            });
+                    (void)client->customerSnapshot();  // readers alongside the callers
+                }
+            });
+        }
+    }
+    finished.wait();
+    EXPECT_EQ(failed.load(), kFailures) << "each scripted failure is used by exactly one call";
+    EXPECT_EQ(wrongMessage.load(), 0);
+
+    const auto events = client->events();
+    const auto count = [&](Kind kind) {
+        return std::ranges::count_if(events, [&](const SandboxEvent& e) { return e.kind == kind; });
+    };
+    EXPECT_EQ(count(Kind::started), kThreads * kPerThread);
+    EXPECT_EQ(count(Kind::failed), kFailures);
+    EXPECT_EQ(count(Kind::succeeded), kThreads * kPerThread - kFailures);
 }
 
 }  // namespace

@@ -4,7 +4,9 @@
 // A host hands the wallet one `ToviClient`; every fetch and every change of the wallet goes
 // through the two managers it exposes. Operations are asynchronous: each takes a `ToviCall`
 // (completion executor and cancellation token) and a completion with a two-way result, and
-// never throws.
+// never throws. An operation returns at once, without waiting for the backend: the balance
+// screen starts its six load calls one after another from one background task, so a call that
+// blocked its caller would serialise them.
 //
 // Thread safety: implementations accept concurrent calls from any thread. The load of the
 // balance screen starts six of them at once from background threads.

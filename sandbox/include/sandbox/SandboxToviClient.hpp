@@ -64,7 +64,8 @@ class SandboxBackend;
 
 struct SandboxOptions {
     SandboxSeed seed = SandboxSeed::standard();
-    // Runs the latency waits; the background pool when null. Must outlive the client.
+    // Runs the latency waits; the background pool when null. Must outlive the client and every
+    // call still in progress: a call can deliver its result before it has returned.
     platform::Executor* timers = nullptr;
     // Where added cards are looked up; without one, cards are made up from the token id.
     std::shared_ptr<SandboxCardVault> vault;
