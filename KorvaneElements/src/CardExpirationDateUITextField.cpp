@@ -103,12 +103,7 @@ void CardExpirationDateUITextField::setConfig(const std::optional<TextElementOpt
     if (!options || (!options->enableCopy && !options->copyIconColor)) {
         throw ElementConfigException(ElementConfigError::configNotAllowed);
     }
-    TextElementUITextField::setConfig(TextElementOptions{.mask = std::nullopt,
-                                                         .transform = std::nullopt,
-                                                         .validation = nullptr,
-                                                         .enableCopy = options->enableCopy,
-                                                         .copyIconColor = options->copyIconColor,
-                                                         .getValueType = ElementValueType::string});
+    TextElementUITextField::setConfig(TextElementOptions::copyOnly(options->enableCopy, options->copyIconColor));
 }
 
 void CardExpirationDateUITextField::textFieldDidChange() {

@@ -62,12 +62,7 @@ void CardNumberUITextField::setConfig(const std::optional<TextElementOptions>& o
         throw ElementConfigException(ElementConfigError::configNotAllowed);
     }
     try {
-        TextElementUITextField::setConfig(TextElementOptions{.mask = std::nullopt,
-                                                             .transform = std::nullopt,
-                                                             .validation = nullptr,
-                                                             .enableCopy = options->enableCopy,
-                                                             .copyIconColor = options->copyIconColor,
-                                                             .getValueType = ElementValueType::string});
+        TextElementUITextField::setConfig(TextElementOptions::copyOnly(options->enableCopy, options->copyIconColor));
     } catch (const ElementConfigException&) {
         internal::fatalStop("CardNumberUITextField: the base configuration failed without a mask");
     }

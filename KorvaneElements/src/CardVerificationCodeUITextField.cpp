@@ -43,12 +43,7 @@ void CardVerificationCodeUITextField::setConfig(const CardVerificationCodeOption
     }
     if (options.enableCopy || options.copyIconColor) {
         try {
-            TextElementUITextField::setConfig(TextElementOptions{.mask = std::nullopt,
-                                                                 .transform = std::nullopt,
-                                                                 .validation = nullptr,
-                                                                 .enableCopy = options.enableCopy,
-                                                                 .copyIconColor = options.copyIconColor,
-                                                                 .getValueType = ElementValueType::string});
+            TextElementUITextField::setConfig(TextElementOptions::copyOnly(options.enableCopy, options.copyIconColor));
         } catch (const ElementConfigException&) {
             internal::fatalStop("CardVerificationCodeUITextField: the base configuration failed without a mask");
         }

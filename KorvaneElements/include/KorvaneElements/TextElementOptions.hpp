@@ -20,6 +20,15 @@ struct TextElementOptions {
     std::optional<platform::view::Color> copyIconColor{};
     // Absent means `string`.
     std::optional<ElementValueType> getValueType{};
+
+    // What a card element hands its base: the element keeps its own mask, transform and rules,
+    // so only the host's copy settings pass through, and the value is always read as a string.
+    [[nodiscard]] static TextElementOptions copyOnly(std::optional<bool> enableCopy,
+                                                     std::optional<platform::view::Color> copyIconColor) {
+        return TextElementOptions{.enableCopy = enableCopy,
+                                  .copyIconColor = copyIconColor,
+                                  .getValueType = ElementValueType::string};
+    }
 };
 
 }  // namespace korvane::elements
