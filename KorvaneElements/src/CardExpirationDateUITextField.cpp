@@ -166,7 +166,9 @@ bool CardExpirationDateUITextField::dateIsCurrent() const {
 }
 
 std::string CardExpirationDateUITextField::monthText() const {
-    const auto parts = splitAtSlash(applyTransform(fieldText()));
+    // The parts are views: the text they point into must outlive them.
+    const std::string value = applyTransform(fieldText());
+    const auto parts = splitAtSlash(value);
     return parts.empty() ? std::string() : std::string(parts[0]);
 }
 

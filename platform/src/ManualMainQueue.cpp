@@ -71,6 +71,18 @@ std::size_t ManualMainQueue::advance(std::chrono::milliseconds duration) {
     return count;
 }
 
+void ManualMainQueue::discardPending() {
+    for (;;) {
+        std::map<Key, Task> dropped;
+        {
+            std::lock_guard lock(mutex_);
+            if (tasks_.empty()) return;
+            dropped.swap(tasks_);
+        }
+        // Destroyed outside the lock: a capture's destructor may post again.
+    }
+}
+
 ManualMainQueueScope::ManualMainQueueScope(Clock::TimePoint start)
     : queue_(std::make_shared<ManualMainQueue>(start)),
       previousQueue_(sharedMainQueue()),
@@ -80,6 +92,9 @@ ManualMainQueueScope::ManualMainQueueScope(Clock::TimePoint start)
 }
 
 ManualMainQueueScope::~ManualMainQueueScope() {
+    // Dropped while still installed, so that what a dropped task's destructor posts lands here
+    // and is dropped too, rather than on the queue that comes back.
+    queue_->discardPending();
     setClock(previousClock_);
     setMainQueue(previousQueue_);
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -109,6 +110,29 @@ TEST(ManualMainQueueScope, InstallsQueueAndClockThenRestoresThePreviousOnes) {
     }
     EXPECT_EQ(&platform::mainQueue(), &queueBefore);
     EXPECT_EQ(&platform::clock(), &clockBefore);
+}
+
+TEST(ManualMainQueueScope, DropsTasksThatNeverRanSoThatTheirCapturesAreFreed) {
+    // An owner that keeps the queue alive and is kept alive by a task on it: without the drop,
+    // neither is ever freed.
+    struct Owner {
+        std::shared_ptr<platform::Executor> queue;
+    };
+    std::weak_ptr<Owner> watched;
+    bool destructorRepostRan = false;
+    {
+        platform::ManualMainQueueScope scope;
+        auto owner = std::make_shared<Owner>(Owner{platform::sharedMainQueue()});
+        watched = owner;
+        // A capture whose destructor posts again must not leave a task behind either.
+        auto repostOnDestroy = std::shared_ptr<void>(nullptr, [&destructorRepostRan](void*) {
+            platform::mainQueue().post([&destructorRepostRan] { destructorRepostRan = true; });
+        });
+        platform::mainQueue().post([owner, repostOnDestroy] {});
+        platform::mainQueue().postAfter(1h, [owner] {});
+    }
+    EXPECT_TRUE(watched.expired());
+    EXPECT_FALSE(destructorRepostRan);
 }
 
 TEST(ProcessWideClock, NullRestoresTheSystemClock) {

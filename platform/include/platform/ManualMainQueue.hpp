@@ -56,6 +56,9 @@ public:
 
     [[nodiscard]] std::size_t pendingCount() const;
 
+    // Drops every task without running it, tasks posted by the dropped ones' destructors too.
+    void discardPending();
+
 private:
     using Key = std::pair<TimePoint, std::uint64_t>;
 
@@ -71,7 +74,9 @@ private:
 };
 
 // Installs a fresh `ManualMainQueue` as both the process-wide main queue and clock for the
-// lifetime of the scope, and restores the previous ones afterwards.
+// lifetime of the scope, and restores the previous ones afterwards. Tasks never run are dropped
+// with the scope: an object that holds the queue and is held by one of its tasks (a view model
+// whose completion is still posted) would otherwise keep both alive.
 class ManualMainQueueScope {
 public:
     explicit ManualMainQueueScope(Clock::TimePoint start = ManualMainQueue::kDefaultStart);
