@@ -7,16 +7,21 @@
 #include <optional>
 
 #include "AnyCodable/AnyCodable.hpp"
-#include "Korvane/Operation.hpp"
+#include "Korvane/OperationTable.hpp"
 
 namespace korvane {
 
+// clang-format off
+#define KORVANE_TOKENIZE_API(row) \
+    row(tokenize, operation<anycodable::AnyCodable>(HTTPMethod::post, "/tokenize", \
+        body<std::optional<anycodable::AnyCodable>>()))
+// clang-format on
+
 class TokenizeAPI {
 public:
-    // clang-format off
-    static constexpr auto tokenize = operation<anycodable::AnyCodable>(HTTPMethod::post, "/tokenize",
-        body<std::optional<anycodable::AnyCodable>>());
-    // clang-format on
+    KORVANE_OPERATIONS(KORVANE_TOKENIZE_API)
 };
+
+#undef KORVANE_TOKENIZE_API
 
 }  // namespace korvane

@@ -15,13 +15,37 @@
 
 #include "Korvane/CreateTokenRequest.hpp"
 #include "Korvane/CreateTokenResponse.hpp"
-#include "Korvane/Operation.hpp"
+#include "Korvane/OperationTable.hpp"
 #include "Korvane/SearchTokensRequest.hpp"
 #include "Korvane/Token.hpp"
 #include "Korvane/TokenPaginatedList.hpp"
 #include "Korvane/UpdateTokenRequest.hpp"
 
 namespace korvane {
+
+// clang-format off
+#define KORVANE_TOKENS_API(row) \
+    row(callGet, operation<TokenPaginatedList>(HTTPMethod::get, "/tokens", \
+        query<Strings>("type"), query<Strings>("id"), query<Metadata>("metadata", notExploded), \
+        query<int>("page"), query<int>("size"))) \
+    row(create, operation<CreateTokenResponse>(HTTPMethod::post, "/tokens", \
+        body<CreateTokenRequest>())) \
+    row(createAssociation, association(HTTPMethod::post)) \
+    row(createChild, operation<CreateTokenResponse>(HTTPMethod::post, "/tokens/{parentId}/children", \
+        path("parentId"), body<CreateTokenRequest>())) \
+    row(delete_, operation<Void>(HTTPMethod::delete_, "/tokens/{id}", \
+        path("id"))) \
+    row(deleteAssociation, association(HTTPMethod::delete_)) \
+    row(getById, operation<Token>(HTTPMethod::get, "/tokens/{id}", \
+        path("id"))) \
+    row(getChildren, operation<TokenPaginatedList>(HTTPMethod::get, "/tokens/{parentId}/children", \
+        path("parentId"), query<Strings>("type"), query<Strings>("id"), query<Metadata>("metadata", notExploded), \
+        query<int>("page"), query<int>("size"))) \
+    row(search, operation<TokenPaginatedList>(HTTPMethod::post, "/tokens/search", \
+        body<SearchTokensRequest>())) \
+    row(update, operation<Token>(HTTPMethod::patch, "/tokens/{id}", \
+        path("id"), body<UpdateTokenRequest>()))
+// clang-format on
 
 class TokensAPI {
     using Strings = std::vector<std::string>;
@@ -31,28 +55,9 @@ class TokensAPI {
     };
 
 public:
-    // clang-format off
-    static constexpr auto callGet = operation<TokenPaginatedList>(HTTPMethod::get, "/tokens",
-        query<Strings>("type"), query<Strings>("id"), query<Metadata>("metadata", notExploded),
-        query<int>("page"), query<int>("size"));
-    static constexpr auto create = operation<CreateTokenResponse>(HTTPMethod::post, "/tokens",
-        body<CreateTokenRequest>());
-    static constexpr auto createAssociation = association(HTTPMethod::post);
-    static constexpr auto createChild = operation<CreateTokenResponse>(HTTPMethod::post, "/tokens/{parentId}/children",
-        path("parentId"), body<CreateTokenRequest>());
-    static constexpr auto delete_ = operation<Void>(HTTPMethod::delete_, "/tokens/{id}",
-        path("id"));
-    static constexpr auto deleteAssociation = association(HTTPMethod::delete_);
-    static constexpr auto getById = operation<Token>(HTTPMethod::get, "/tokens/{id}",
-        path("id"));
-    static constexpr auto getChildren = operation<TokenPaginatedList>(HTTPMethod::get, "/tokens/{parentId}/children",
-        path("parentId"), query<Strings>("type"), query<Strings>("id"), query<Metadata>("metadata", notExploded),
-        query<int>("page"), query<int>("size"));
-    static constexpr auto search = operation<TokenPaginatedList>(HTTPMethod::post, "/tokens/search",
-        body<SearchTokensRequest>());
-    static constexpr auto update = operation<Token>(HTTPMethod::patch, "/tokens/{id}",
-        path("id"), body<UpdateTokenRequest>());
-    // clang-format on
+    KORVANE_OPERATIONS(KORVANE_TOKENS_API)
 };
+
+#undef KORVANE_TOKENS_API
 
 }  // namespace korvane
