@@ -21,6 +21,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include <nlohmann/json.hpp>
@@ -49,6 +50,18 @@ template <class T>
         return *text;
     };
     return {std::move(model), roundTrip, std::move(full), std::move(minimal), std::move(requiredKeys)};
+}
+
+// A case whose required keys are the keys of `minimal`, after checking that `full` names every
+// field of the model: a field left out of it would escape the trip.
+template <class T>
+[[nodiscard]] ModelCase fullCase(std::string model, std::string full, std::string minimal = "{}") {
+    EXPECT_EQ(nlohmann::ordered_json::parse(full).size(), std::tuple_size_v<decltype(T::jsonFields())>)
+        << model << ": the full text leaves a field out";
+    const auto required = nlohmann::ordered_json::parse(minimal);
+    std::vector<std::string> requiredKeys;
+    for (const auto& [key, value] : required.items()) requiredKeys.push_back(key);
+    return modelCase<T>(std::move(model), std::move(full), std::move(minimal), std::move(requiredKeys));
 }
 
 inline void expectSameJson(const ModelCase& c, const std::string& input, const char* what) {

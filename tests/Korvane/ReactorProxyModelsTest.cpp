@@ -26,17 +26,7 @@
 namespace korvane {
 namespace {
 
-// A case of the round-trip table whose required keys are those of `minimal`, after checking
-// that `full` names every field of the model: a field left out of it would escape the trip.
-template <class T>
-testing::ModelCase fullCase(std::string model, std::string full, std::string minimal = "{}") {
-    EXPECT_EQ(nlohmann::ordered_json::parse(full).size(), std::tuple_size_v<decltype(T::jsonFields())>)
-        << model << ": the full text leaves a field out";
-    const auto required = nlohmann::ordered_json::parse(minimal);
-    std::vector<std::string> requiredKeys;
-    for (const auto& [key, value] : required.items()) requiredKeys.push_back(key);
-    return testing::modelCase<T>(std::move(model), std::move(full), std::move(minimal), std::move(requiredKeys));
-}
+using testing::fullCase;
 
 #define U1 "E621E1F8-C36C-495A-93FC-0C247A3E6E5F"
 #define U2 "0D2A9A4E-51E4-4B1B-8A3E-3C6F3B0F5A11"
