@@ -20,7 +20,7 @@
 #include "KorvaneElements/CardNumberUITextField.hpp"
 #include "KorvaneElements/CardVerificationCodeUITextField.hpp"
 #include "KorvaneElements/Telemetry.hpp"
-#include "platform/HttpSession.hpp"
+#include "platform/DroppingTransport.hpp"
 #include "platform/ManualMainQueue.hpp"
 #include "platform/TextFieldDriver.hpp"
 
@@ -28,35 +28,7 @@ namespace {
 
 using namespace korvane::elements;
 
-// Accepts every post and never sends it, so that the cost measured is the element's own.
-class DroppingTransport final : public platform::HttpSession {
-    class Task final : public platform::DataTask {
-    public:
-        explicit Task(std::uint64_t id) : id_(id) {}
-        std::uint64_t taskIdentifier() const override { return id_; }
-        void resume() override {}
-        void cancel() override {}
-        platform::HttpTaskState state() const override { return platform::HttpTaskState::completed; }
-        std::shared_ptr<const platform::HttpProgress> progress() const override { return progress_; }
-
-    private:
-        std::uint64_t id_;
-        std::shared_ptr<platform::HttpProgress> progress_ = std::make_shared<platform::HttpProgress>();
-    };
-
-public:
-    std::shared_ptr<platform::DataTask> dataTask(platform::HttpRequest, platform::HttpCompletion) override {
-        ++posts_;
-        return std::make_shared<Task>(posts_);
-    }
-    void setChallengeHandler(platform::ChallengeHandler) override {}
-    platform::Executor& delegateQueue() override { return queue_; }
-    [[nodiscard]] std::uint64_t posts() const { return posts_; }
-
-private:
-    std::uint64_t posts_ = 0;
-    platform::ManualMainQueue queue_;
-};
+using platform::DroppingTransport;
 
 // Telemetry on, into the dropping transport, for the scope.
 struct DroppedTelemetry {
@@ -100,7 +72,7 @@ void BM_TypeCardNumber(benchmark::State& state) {
     state.counters["keystroke"] =
         benchmark::Counter(static_cast<double>(keys), benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
     state.counters["posts_per_key"] =
-        static_cast<double>(telemetry.transport->posts()) / static_cast<double>(state.iterations() * keys);
+        static_cast<double>(telemetry.transport->taskCount()) / static_cast<double>(state.iterations() * keys);
 }
 BENCHMARK(BM_TypeCardNumber)->Unit(benchmark::kMicrosecond);
 

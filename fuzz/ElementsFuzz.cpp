@@ -13,7 +13,7 @@
 #include "KorvaneElements/CardExpirationDateUITextField.hpp"
 #include "KorvaneElements/CardVerificationCodeUITextField.hpp"
 #include "KorvaneElements/Telemetry.hpp"
-#include "platform/HttpSession.hpp"
+#include "platform/DroppingTransport.hpp"
 #include "platform/ManualMainQueue.hpp"
 #include "platform/TextFieldDriver.hpp"
 
@@ -21,33 +21,7 @@ namespace {
 
 using namespace korvane::elements;
 
-// Telemetry runs in full (events are converted and serialised) but nothing is sent.
-class DroppingTransport final : public platform::HttpSession {
-    class Task final : public platform::DataTask {
-    public:
-        explicit Task(std::uint64_t id) : id_(id) {}
-        std::uint64_t taskIdentifier() const override { return id_; }
-        void resume() override {}
-        void cancel() override {}
-        platform::HttpTaskState state() const override { return platform::HttpTaskState::completed; }
-        std::shared_ptr<const platform::HttpProgress> progress() const override { return progress_; }
-
-    private:
-        std::uint64_t id_;
-        std::shared_ptr<platform::HttpProgress> progress_ = std::make_shared<platform::HttpProgress>();
-    };
-
-public:
-    std::shared_ptr<platform::DataTask> dataTask(platform::HttpRequest, platform::HttpCompletion) override {
-        return std::make_shared<Task>(++next_);
-    }
-    void setChallengeHandler(platform::ChallengeHandler) override {}
-    platform::Executor& delegateQueue() override { return queue_; }
-
-private:
-    std::uint64_t next_ = 0;
-    platform::ManualMainQueue queue_;
-};
+using platform::DroppingTransport;
 
 constexpr std::string_view kAlphabet[] = {
     "0", "1", "2", "3", "4", "5", "6", "7", "8", "9", " ", "/", "-", "a", "\t",
