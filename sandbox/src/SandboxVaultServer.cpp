@@ -70,7 +70,9 @@ bool isVaultOrHopHeader(std::string_view name) {
 
 class SandboxVaultServer::Impl {
 public:
-    explicit Impl(Options options) : options_(std::move(options)) {
+    explicit Impl(Options options)
+        : options_(std::move(options)),
+          server_(platform::testing::LoopbackServer::Options{.keepRequests = options_.keepRequests}) {
         apiKeys_.insert(options_.apiKeys.begin(), options_.apiKeys.end());
         server_.on("POST", "/tokenize", [this](const LoopbackRequest& r) { return tokenize(r); });
         server_.on("POST", "/tokens", [this](const LoopbackRequest& r) { return createToken(r); });

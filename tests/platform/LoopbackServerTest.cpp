@@ -79,6 +79,28 @@ TEST_F(LoopbackServerTest, ResponseHeadersAndContentTypeGoOutAsGiven) {
     EXPECT_EQ(result->headers.getAll("X-Multi"), (std::vector<std::string>{"1", "2"}));
 }
 
+TEST_F(LoopbackServerTest, KeepsOnlyTheLatestRequestsButCountsThemAll) {
+    LoopbackServer bounded(LoopbackServer::Options{.threads = 4, .keepRequests = 2});
+    bounded.on("GET", "/*", [](const LoopbackRequest&) { return respond(200, "ok"); });
+    for (const char* path : {"/1", "/2", "/3"}) {
+        ASSERT_TRUE(http_test::perform(session, http_test::get(bounded.baseUrl() + path)).has_value());
+    }
+    const auto kept = bounded.receivedRequests();
+    ASSERT_EQ(kept.size(), 2u);
+    EXPECT_EQ(kept[0].path, "/2");
+    EXPECT_EQ(kept[1].path, "/3");
+    EXPECT_EQ(bounded.requestCount(), 3u);
+    bounded.clearReceivedRequests();
+    EXPECT_EQ(bounded.requestCount(), 0u);
+    EXPECT_TRUE(bounded.receivedRequests().empty());
+
+    LoopbackServer none(LoopbackServer::Options{.threads = 4, .keepRequests = 0});
+    none.on("GET", "/*", [](const LoopbackRequest&) { return respond(200, "ok"); });
+    ASSERT_TRUE(http_test::perform(session, http_test::get(none.baseUrl() + "/x")).has_value());
+    EXPECT_TRUE(none.receivedRequests().empty());
+    EXPECT_EQ(none.requestCount(), 1u);
+}
+
 TEST_F(LoopbackServerTest, StoppingCutsPendingDelaysShort) {
     server.on("GET", "/slow", [](const LoopbackRequest&) { return delayed(1h, respond(200, "x")); });
     http_test::Completions completions;

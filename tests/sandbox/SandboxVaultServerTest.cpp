@@ -53,6 +53,15 @@ TEST_F(SandboxVault, EveryRouteWantsAKnownKey) {
     EXPECT_EQ(vault.tokenCount(), 0u);
 }
 
+TEST_F(SandboxVault, HoldsOnlyTheLatestRequests) {
+    const std::size_t kept = SandboxVaultServer::Options{}.keepRequests;
+    for (std::size_t i = 0; i < kept + 3; ++i) exchange("POST", "/tokenize", kCard);
+    const auto requests = vault.receivedRequests();
+    EXPECT_EQ(requests.size(), kept);
+    EXPECT_EQ(vault.requestCount(), kept + 3);
+    EXPECT_EQ(vault.tokenCount(), kept + 3);
+}
+
 TEST_F(SandboxVault, MalformedBodiesAreRefusedWithoutEchoingValues) {
     const char* bodies[] = {
         "not json",

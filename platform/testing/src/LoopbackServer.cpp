@@ -7,6 +7,7 @@
 #include <sys/socket.h>
 
 #include <condition_variable>
+#include <deque>
 #include <filesystem>
 #include <mutex>
 #include <shared_mutex>
@@ -94,7 +95,7 @@ bool matches(const std::string& pattern, const std::string& path) {
 
 class LoopbackServer::Impl {
 public:
-    explicit Impl(Options options) {
+    explicit Impl(Options options) : keepRequests_(options.keepRequests) {
         const std::size_t threads = options.threads;
         server_.new_task_queue = [threads] { return new httplib::ThreadPool(threads); };
         server_.set_tcp_nodelay(true);
@@ -154,15 +155,16 @@ public:
 
     std::vector<LoopbackRequest> received() const {
         std::lock_guard lock(recordMutex_);
-        return received_;
+        return {received_.begin(), received_.end()};
     }
     std::size_t count() const {
         std::lock_guard lock(recordMutex_);
-        return received_.size();
+        return receivedCount_;
     }
     void clear() {
         std::lock_guard lock(recordMutex_);
         received_.clear();
+        receivedCount_ = 0;
     }
 
 private:
@@ -193,7 +195,11 @@ private:
         recorded.body = request.body;
         {
             std::lock_guard lock(recordMutex_);
-            received_.push_back(recorded);
+            ++receivedCount_;
+            if (keepRequests_ > 0) {
+                if (received_.size() == keepRequests_) received_.pop_front();
+                received_.push_back(recorded);
+            }
         }
 
         const auto handler = find(recorded.method, recorded.path);
@@ -236,8 +242,10 @@ private:
     mutable std::shared_mutex routesMutex_;
     std::vector<Route> routes_;
 
+    const std::size_t keepRequests_;
     mutable std::mutex recordMutex_;
-    std::vector<LoopbackRequest> received_;
+    std::deque<LoopbackRequest> received_;
+    std::size_t receivedCount_ = 0;
 
     std::mutex stopMutex_;
     std::condition_variable stopWake_;

@@ -75,6 +75,9 @@ public:
         std::vector<std::string> apiKeys{kDefaultApiKey};
         // How long a forwarded proxy request may take.
         std::chrono::milliseconds proxyTimeout{30'000};
+        // How many of the latest requests `receivedRequests` keeps: a host may leave the
+        // sandbox running for days, and tokenize bodies hold card numbers.
+        std::size_t keepRequests = 64;
     };
 
     SandboxVaultServer();
@@ -90,7 +93,9 @@ public:
     void addApiKey(std::string key);
     void addProxyKey(std::string key, SandboxProxyHandler handler);
 
+    // The latest requests, oldest first, at most `Options::keepRequests` of them.
     [[nodiscard]] std::vector<SandboxVaultRequest> receivedRequests() const;
+    // All requests since start or the last clear.
     [[nodiscard]] std::size_t requestCount() const;
     void clearReceivedRequests();
 

@@ -78,6 +78,9 @@ public:
     struct Options {
         // Worker threads: idle keep-alive connections each hold one.
         std::size_t threads = 32;
+        // How many of the latest requests `receivedRequests` keeps. A long-running server
+        // (a benchmark, an embedded sandbox) must not hold every request it ever saw.
+        std::size_t keepRequests = static_cast<std::size_t>(-1);
     };
 
     LoopbackServer();
@@ -92,7 +95,9 @@ public:
     [[nodiscard]] std::string baseUrl() const;
     [[nodiscard]] int port() const;
 
+    // The latest requests, oldest first, at most `Options::keepRequests` of them.
     [[nodiscard]] std::vector<LoopbackRequest> receivedRequests() const;
+    // All requests since start or the last clear, kept or not.
     [[nodiscard]] std::size_t requestCount() const;
     void clearReceivedRequests();
 
