@@ -6,6 +6,9 @@
 //    through execute, 16 in flight, against plain libcurl with the session's 6 connections
 //    per host, same server and body. Target: at most 1.25 times.
 // Compare medians of several repetitions; the loopback numbers are noisy.
+//  - BM_ExecuteInProcess: the same call against a session that answers at once on the calling
+//    thread: what the client itself costs per request (building, encoding, the stores, decoding),
+//    without a network or a thread hop. No target; it tells how much of the loopback gap is ours.
 
 #include <benchmark/benchmark.h>
 #include <nlohmann/json.hpp>
@@ -14,10 +17,12 @@
 #include <chrono>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "Korvane/CodableHelper.hpp"
 #include "Korvane/JSONEncoder.hpp"
 #include "Korvane/KorvaneAPI.hpp"
+#include "Korvane/RequestBuilderFactory.hpp"
 #include "Korvane/TokenPaginatedList.hpp"
 #include "Korvane/TokensAPI.hpp"
 #include "LoopbackBenchServer.hpp"
@@ -126,5 +131,59 @@ void BM_ExecuteLoopback(benchmark::State& state) {
     korvane::KorvaneAPI::resetForTesting();
 }
 BENCHMARK(BM_ExecuteLoopback)->UseRealTime();
+
+// Answers every task with the loopback server's token on the thread that resumes it.
+class AnsweringSession final : public platform::HttpSession {
+    class Task final : public platform::DataTask {
+    public:
+        Task(std::uint64_t id, platform::HttpRequest request, platform::HttpCompletion completion)
+            : id_(id), request_(std::move(request)), completion_(std::move(completion)) {}
+        std::uint64_t taskIdentifier() const override { return id_; }
+        void resume() override {
+            platform::HttpResponse response;
+            response.status = 200;
+            response.url = request_.url;
+            response.headers.set("Content-Type", "application/json");
+            response.body = tovi_bench::kTokenBody;
+            std::exchange(completion_, nullptr)(std::move(response));
+        }
+        void cancel() override {}
+        platform::HttpTaskState state() const override { return platform::HttpTaskState::completed; }
+        std::shared_ptr<const platform::HttpProgress> progress() const override { return progress_; }
+
+    private:
+        std::uint64_t id_;
+        platform::HttpRequest request_;
+        platform::HttpCompletion completion_;
+        std::shared_ptr<platform::HttpProgress> progress_ = std::make_shared<platform::HttpProgress>();
+    };
+
+public:
+    std::shared_ptr<platform::DataTask> dataTask(platform::HttpRequest request,
+                                                 platform::HttpCompletion completion) override {
+        return std::make_shared<Task>(++tasks_, std::move(request), std::move(completion));
+    }
+    void setChallengeHandler(platform::ChallengeHandler) override {}
+    platform::Executor& delegateQueue() override { return inline_; }
+
+private:
+    std::uint64_t tasks_ = 0;
+    InlineExecutor inline_;
+};
+
+void BM_ExecuteInProcess(benchmark::State& state) {
+    AnsweringSession session;
+    korvane::KorvaneAPI::setBasePath("http://127.0.0.1:1");
+    korvane::KorvaneAPI::setApiResponseQueue(std::make_shared<InlineExecutor>());
+    korvane::KorvaneAPI::setRequestBuilderFactory(std::make_shared<korvane::URLSessionRequestBuilderFactory>(&session));
+    for (auto _ : state) {
+        bool ok = false;
+        korvane::TokensAPI::getById.withRequestBuilder("tok_123")->execute(
+            [&](auto result) { ok = result && result->body.id == "tok_123"; });
+        if (!ok) throw std::runtime_error("vault request failed");
+    }
+    korvane::KorvaneAPI::resetForTesting();
+}
+BENCHMARK(BM_ExecuteInProcess);
 
 }  // namespace
