@@ -9,6 +9,7 @@
 #include <curl/curl.h>
 
 #include <atomic>
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,7 @@ void sessionBatch(platform::HttpSession& session, const std::string& url) {
         platform::HttpRequest request;
         request.url = url;
         tasks.push_back(session.dataTask(std::move(request), [&](platform::HttpResult result) {
+            if (!result) std::fprintf(stderr, "session request failed: %s\n", result.error().message.c_str());
             if (!result || result->body.size() != std::char_traits<char>::length(kBody)) failed = true;
             if (remaining.fetch_sub(1) == 1) remaining.notify_one();
         }));

@@ -15,6 +15,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <cstdio>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -114,7 +115,13 @@ void executeBatch() {
     std::atomic<bool> failed{false};
     for (int i = 0; i < tovi_bench::kInFlight; ++i) {
         korvane::TokensAPI::getById.withRequestBuilder("tok_123")->execute([&](auto result) {
-            if (!result || result->body.id != "tok_123") failed = true;
+            if (!result) {
+                std::fprintf(stderr, "getById failed: code %d, body %s\n", result.error().code,
+                             result.error().data.value_or("(none)").c_str());
+                failed = true;
+            } else if (result->body.id != "tok_123") {
+                failed = true;
+            }
             if (remaining.fetch_sub(1) == 1) remaining.notify_one();
         });
     }
