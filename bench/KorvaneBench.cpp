@@ -26,6 +26,7 @@
 #include "Korvane/RequestBuilderFactory.hpp"
 #include "Korvane/TokenPaginatedList.hpp"
 #include "Korvane/TokensAPI.hpp"
+#include "platform/InlineExecutor.hpp"
 #include "LoopbackBenchServer.hpp"
 
 namespace {
@@ -101,15 +102,6 @@ void BM_ParseTokenPageJson(benchmark::State& state) {
 }
 BENCHMARK(BM_ParseTokenPageJson);
 
-// Runs completions where they are posted (the session's thread), so that the measurement is
-// the client and not a queue hop the raw transport doesn't make.
-class InlineExecutor final : public platform::Executor {
-public:
-    void post(platform::Task task) override { task(); }
-    void postAfter(std::chrono::milliseconds, platform::Task task) override { task(); }
-    [[nodiscard]] bool isCurrent() const override { return false; }
-};
-
 void executeBatch() {
     std::atomic<int> remaining{tovi_bench::kInFlight};
     std::atomic<bool> failed{false};
@@ -131,7 +123,9 @@ void executeBatch() {
 
 void BM_ExecuteLoopback(benchmark::State& state) {
     korvane::KorvaneAPI::setBasePath(tovi_bench::loopbackServer().baseUrl());
-    korvane::KorvaneAPI::setApiResponseQueue(std::make_shared<InlineExecutor>());
+    // Completions run where they are posted (the session's thread), so that the measurement is
+    // the client and not a queue hop the raw transport doesn't make.
+    korvane::KorvaneAPI::setApiResponseQueue(std::make_shared<platform::InlineExecutor>());
     for (int warm = 0; warm < 20; ++warm) executeBatch();
     for (auto _ : state) executeBatch();
     state.SetItemsProcessed(state.iterations() * tovi_bench::kInFlight);
@@ -175,13 +169,13 @@ public:
 
 private:
     std::uint64_t tasks_ = 0;
-    InlineExecutor inline_;
+    platform::InlineExecutor inline_;
 };
 
 void BM_ExecuteInProcess(benchmark::State& state) {
     AnsweringSession session;
     korvane::KorvaneAPI::setBasePath("http://127.0.0.1:1");
-    korvane::KorvaneAPI::setApiResponseQueue(std::make_shared<InlineExecutor>());
+    korvane::KorvaneAPI::setApiResponseQueue(std::make_shared<platform::InlineExecutor>());
     korvane::KorvaneAPI::setRequestBuilderFactory(std::make_shared<korvane::URLSessionRequestBuilderFactory>(&session));
     for (auto _ : state) {
         bool ok = false;

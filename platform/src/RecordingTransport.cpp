@@ -6,17 +6,6 @@
 
 namespace platform {
 
-namespace {
-
-class InlineExecutor final : public Executor {
-public:
-    void post(Task task) override { task(); }
-    void postAfter(std::chrono::milliseconds, Task task) override { task(); }
-    [[nodiscard]] bool isCurrent() const override { return true; }
-};
-
-}  // namespace
-
 class RecordingTransport::RecordedTask final : public http_internal::HttpTaskBase {
 public:
     RecordedTask(RecordingTransport& owner, std::uint64_t id, HttpRequest request, HttpCompletion completion)
@@ -135,10 +124,7 @@ void RecordingTransport::setChallengeHandler(ChallengeHandler handler) {
 }
 
 Executor& RecordingTransport::delegateQueue() {
-    if (executor_ != nullptr) return *executor_;
-    std::lock_guard lock(mutex_);
-    if (!inlineExecutor_) inlineExecutor_ = std::make_unique<InlineExecutor>();
-    return *inlineExecutor_;
+    return executor_ != nullptr ? *executor_ : inlineExecutor_;
 }
 
 void RecordingTransport::cancelled(std::uint64_t taskIdentifier) {

@@ -7,9 +7,11 @@
 #include <future>
 #include <latch>
 #include <memory>
+#include <string>
 #include <thread>
 #include <vector>
 
+#include "platform/InlineExecutor.hpp"
 #include "platform/MainQueue.hpp"
 #include "platform/SerialQueue.hpp"
 #include "platform/ThreadPool.hpp"
@@ -68,6 +70,23 @@ TEST(MainQueue, RunUntilIdleRunsWhatIsDueIncludingFollowUpsButNotLaterTasks) {
     EXPECT_EQ(queue.runUntilIdle(), 2u);
     EXPECT_EQ(ran, 2);
     EXPECT_EQ(queue.pendingCount(), 1u);
+}
+
+TEST(InlineExecutor, RunsAtOnceAndIsCurrentOnlyInsideItsOwnTasks) {
+    platform::InlineExecutor outer;
+    platform::InlineExecutor inner;
+    std::vector<std::string> seen;
+    EXPECT_FALSE(outer.isCurrent());
+    outer.postAfter(1h, [&] {
+        seen.push_back(outer.isCurrent() ? "outer" : "-");
+        inner.post([&] { seen.push_back(inner.isCurrent() && !outer.isCurrent() ? "inner" : "-"); });
+        seen.push_back(outer.isCurrent() ? "outer again" : "-");
+    });
+    EXPECT_FALSE(outer.isCurrent());
+    EXPECT_EQ(seen, (std::vector<std::string>{"outer", "inner", "outer again"}));
+
+    std::thread other([&] { EXPECT_FALSE(outer.isCurrent()); });
+    outer.post([&] { other.join(); });
 }
 
 TEST(ThreadPool, RunsTasksConcurrentlyOnItsOwnThreads) {

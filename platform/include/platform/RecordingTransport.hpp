@@ -21,6 +21,7 @@
 // REQUIRES: the transport outlives every task it made.
 
 #include "platform/HttpSession.hpp"
+#include "platform/InlineExecutor.hpp"
 
 #include <cstdint>
 #include <deque>
@@ -70,7 +71,7 @@ private:
     void cancelled(std::uint64_t taskIdentifier);
 
     Executor* executor_;
-    std::unique_ptr<Executor> inlineExecutor_;
+    InlineExecutor inlineExecutor_;
     mutable std::mutex mutex_;
     std::deque<HttpResult> canned_;
     Handler handler_;
