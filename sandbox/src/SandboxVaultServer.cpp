@@ -74,8 +74,12 @@ public:
         : options_(std::move(options)),
           server_(platform::testing::LoopbackServer::Options{.keepRequests = options_.keepRequests}) {
         apiKeys_.insert(options_.apiKeys.begin(), options_.apiKeys.end());
-        server_.on("POST", "/tokenize", [this](const LoopbackRequest& r) { return tokenize(r); });
-        server_.on("POST", "/tokens", [this](const LoopbackRequest& r) { return createToken(r); });
+        server_.on("POST", "/tokenize", [this](const LoopbackRequest& r) {
+            return storeBody(r, [this](const anycodable::Value& body) { return tokens.tokenize(body); });
+        });
+        server_.on("POST", "/tokens", [this](const LoopbackRequest& r) {
+            return storeBody(r, [this](const anycodable::Value& body) { return tokens.create(body); });
+        });
         server_.on("GET", "/tokens/*", [this](const LoopbackRequest& r) { return getToken(r); });
         server_.on("POST", "/sessions", [this](const LoopbackRequest& r) { return createSession(r); });
         server_.on("*", "/proxy*", [this](const LoopbackRequest& r) { return proxy(r); });
@@ -132,22 +136,15 @@ private:
         return std::move(*parsed);
     }
 
-    LoopbackResponse tokenize(const LoopbackRequest& request) {
+    // POST /tokenize and POST /tokens: a JSON object in, the stored token's shape out.
+    template <class Store>
+    LoopbackResponse storeBody(const LoopbackRequest& request, Store store) {
         if (!authorised(request)) return problem(401, "Unauthorized");
         auto body = objectBody(request);
         if (!body) return problem(400, "The body must be a JSON object");
-        auto tokenized = tokens.tokenize(*body);
-        if (!tokenized) return problem(400, "One or more validation errors occurred.", tokenized.error());
-        return json(201, *tokenized);
-    }
-
-    LoopbackResponse createToken(const LoopbackRequest& request) {
-        if (!authorised(request)) return problem(401, "Unauthorized");
-        auto body = objectBody(request);
-        if (!body) return problem(400, "The body must be a JSON object");
-        auto created = tokens.create(*body);
-        if (!created) return problem(400, "One or more validation errors occurred.", created.error());
-        return json(201, *created);
+        auto stored = store(*body);
+        if (!stored) return problem(400, "One or more validation errors occurred.", stored.error());
+        return json(201, *stored);
     }
 
     LoopbackResponse getToken(const LoopbackRequest& request) {
