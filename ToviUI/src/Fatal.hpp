@@ -1,6 +1,6 @@
 #pragma once
 // The fatal stops of the wallet layer: the message goes to standard error, then the process
-// aborts. Only for programming faults that a Part names (amounts that do not fit).
+// aborts. Only for programming faults the wallet cannot go on from (amounts that do not fit).
 
 #include <string_view>
 

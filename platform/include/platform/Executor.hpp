@@ -4,7 +4,7 @@
 // The product has one asynchronous model: an operation takes a completion and an executor,
 // and the completion is posted to that executor. There is a process-wide main queue (views,
 // view models, elements and default API completions live there), a background pool for work
-// that must stay off it, and named serial queues where a Part asks for one.
+// that must stay off it, and named serial queues where a subsystem needs its own order.
 
 #include <chrono>
 #include <functional>
