@@ -69,8 +69,8 @@ void BM_TypeCardNumber(benchmark::State& state) {
     const auto keys = static_cast<std::int64_t>(kCardNumber.size());
     state.SetItemsProcessed(state.iterations() * keys);
     // Seconds per keystroke (shown with a unit prefix, e.g. "3.1u" is 3.1 us).
-    state.counters["keystroke"] =
-        benchmark::Counter(static_cast<double>(keys), benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["keystroke"] = benchmark::Counter(
+        static_cast<double>(keys), benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
     state.counters["posts_per_key"] =
         static_cast<double>(telemetry.transport->taskCount()) / static_cast<double>(state.iterations() * keys);
 }
@@ -81,9 +81,22 @@ void BM_DetectBrand(benchmark::State& state) {
     CardBrand::addCardBrands(CardBrand::DefaultCardBrands());
     // Partial numbers as they appear while typing, and complete ones of several brands.
     constexpr std::array<std::string_view, 16> kNumbers{
-        "4",          "42",         "4242424242424242", "5555555555554444", "2223003122003222", "378282246310005",
-        "36227206271667", "6011111111111117", "3566002020360505", "6200000000000005", "6221260000000000",
-        "5067",       "6504850000000000", "2200000000000004", "6373742300000000", "9999999999999999",
+        "4",
+        "42",
+        "4242424242424242",
+        "5555555555554444",
+        "2223003122003222",
+        "378282246310005",
+        "36227206271667",
+        "6011111111111117",
+        "3566002020360505",
+        "6200000000000005",
+        "6221260000000000",
+        "5067",
+        "6504850000000000",
+        "2200000000000004",
+        "6373742300000000",
+        "9999999999999999",
     };
     std::size_t matched = 0;
     for (auto _ : state) {
@@ -95,8 +108,9 @@ void BM_DetectBrand(benchmark::State& state) {
     }
     benchmark::DoNotOptimize(matched);
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(kNumbers.size()));
-    state.counters["detection"] = benchmark::Counter(static_cast<double>(kNumbers.size()),
-                                                     benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["detection"] =
+        benchmark::Counter(static_cast<double>(kNumbers.size()),
+                           benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 BENCHMARK(BM_DetectBrand)->Unit(benchmark::kMicrosecond);
 

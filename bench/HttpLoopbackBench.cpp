@@ -18,7 +18,9 @@ namespace {
 using tovi_bench::kInFlight;
 constexpr const char* kBody = tovi_bench::kTokenBody;
 
-platform::testing::LoopbackServer& server() { return tovi_bench::loopbackServer(); }
+platform::testing::LoopbackServer& server() {
+    return tovi_bench::loopbackServer();
+}
 
 void sessionBatch(platform::HttpSession& session, const std::string& url) {
     std::atomic<int> remaining{kInFlight};

@@ -26,8 +26,8 @@
 #include "Korvane/RequestBuilderFactory.hpp"
 #include "Korvane/TokenPaginatedList.hpp"
 #include "Korvane/TokensAPI.hpp"
-#include "platform/InlineExecutor.hpp"
 #include "LoopbackBenchServer.hpp"
+#include "platform/InlineExecutor.hpp"
 
 namespace {
 
@@ -41,15 +41,12 @@ Token fullToken(int i) {
         .id = "tok_" + std::to_string(i),
         .type = "card",
         .tenantId = uuid,
-        .data = anycodable::AnyCodable::map({{"number", "4242424242424242"},
-                                             {"expiration_month", 12},
-                                             {"expiration_year", 2030},
-                                             {"cvc", "123"}}),
+        .data = anycodable::AnyCodable::map(
+            {{"number", "4242424242424242"}, {"expiration_month", 12}, {"expiration_year", 2030}, {"cvc", "123"}}),
         .metadata = std::map<std::string, std::string>{{"customer", "c_" + std::to_string(i)}, {"source", "app"}},
-        .encryption = korvane::EncryptionMetadata{.cek = korvane::EncryptionKey{.key = "cek-key", .prov = "vault",
-                                                                                .alg = "AES"},
-                                                  .kek = korvane::EncryptionKey{.key = "kek-key", .prov = "vault",
-                                                                                .alg = "RSA"}},
+        .encryption =
+            korvane::EncryptionMetadata{.cek = korvane::EncryptionKey{.key = "cek-key", .prov = "vault", .alg = "AES"},
+                                        .kek = korvane::EncryptionKey{.key = "kek-key", .prov = "vault", .alg = "RSA"}},
         .createdBy = uuid,
         .createdAt = at,
         .modifiedBy = uuid,
@@ -68,9 +65,9 @@ Token fullToken(int i) {
 // The page as a server sends it: compact, dates in the vault's format.
 const std::string& tokenPageBytes() {
     static const std::string bytes = [] {
-        TokenPaginatedList page{.pagination = korvane::Pagination{.totalItems = 1000, .pageNumber = 1,
-                                                                  .pageSize = 1000, .totalPages = 1},
-                                .data = std::vector<Token>{}};
+        TokenPaginatedList page{
+            .pagination = korvane::Pagination{.totalItems = 1000, .pageNumber = 1, .pageSize = 1000, .totalPages = 1},
+            .data = std::vector<Token>{}};
         for (int i = 0; i < 1000; ++i) page.data->push_back(fullToken(i));
         korvane::JSONEncoder encoder;
         encoder.dateEncodingStrategy = korvane::CodableHelper::formatted(korvane::CodableHelper::dateFormatter());

@@ -26,17 +26,19 @@ constexpr int transactionRows = 22;
 
 Node transactionRow(int i) {
     const auto& ds = ToviDesignSystem::shared();
-    Node icon = ZStack({Circle().fill(ds.colors.background.item),
-                        ToviImage{i % 3 == 0 ? ToviImageSource::plus : ToviImageSource::wallet,
-                                  RenderingMode::templated}
-                            .body()
-                            .foregroundColor(ds.colors.icons.primary)
-                            .frame(20, 20)})
-                    .frame(40, 40);
-    Node texts = VStack({Text("Merchant " + std::to_string(i)).font(ds.fonts.body.medium).foregroundColor(ds.colors.text.bold),
-                         Text("Nov " + std::to_string(1 + i % 28) + ", 2026").font(ds.fonts.footnote)
-                             .foregroundColor(ds.colors.text.secondary)},
-                        Alignment::leading, 2);
+    Node icon =
+        ZStack({Circle().fill(ds.colors.background.item),
+                ToviImage{i % 3 == 0 ? ToviImageSource::plus : ToviImageSource::wallet, RenderingMode::templated}
+                    .body()
+                    .foregroundColor(ds.colors.icons.primary)
+                    .frame(20, 20)})
+            .frame(40, 40);
+    Node texts =
+        VStack({Text("Merchant " + std::to_string(i)).font(ds.fonts.body.medium).foregroundColor(ds.colors.text.bold),
+                Text("Nov " + std::to_string(1 + i % 28) + ", 2026")
+                    .font(ds.fonts.footnote)
+                    .foregroundColor(ds.colors.text.secondary)},
+               Alignment::leading, 2);
     Node amount = Text((i % 3 == 0 ? "+$" : "-$") + std::to_string(5 + i) + ".25")
                       .font(ds.fonts.body.semibold)
                       .foregroundColor(i % 3 == 0 ? ds.colors.text.positiveTransaction : ds.colors.text.primary);
@@ -52,8 +54,10 @@ Node balanceLikeTree() {
     const auto& c = ds.colors;
     Node header = VStack({Text("Wallet balance").font(ds.fonts.subhead).foregroundColor(Color::white()),
                           Text("$125.50").font(ds.fonts.title.large).foregroundColor(Color::white()),
-                          HStack({ToviButton{.label = "Add Funds", .backgroundColor = Color::white(),
-                                             .labelColor = c.text.link, .onClick = [] {}},
+                          HStack({ToviButton{.label = "Add Funds",
+                                             .backgroundColor = Color::white(),
+                                             .labelColor = c.text.link,
+                                             .onClick = [] {}},
                                   ToviButton{.label = "Auto Reload", .enabled = false, .onClick = [] {}}},
                                  Alignment::center, spacing::s)},
                          Alignment::leading, spacing::s)
@@ -69,15 +73,16 @@ Node balanceLikeTree() {
     }
     std::vector<Node> rows;
     for (int i = 0; i < transactionRows; ++i) rows.push_back(transactionRow(i));
-    Node content = VStack({header,
-                           AlertView{{"Earn 5% back", "On every reload", AlertViewType::bonus, AlertShape::upArrow}}
-                               .body()
-                               .padding(Edge::horizontal, spacing::m),
-                           VStack(std::move(methods), Alignment::leading, 0).padding(Edge::horizontal, spacing::m),
-                           Text("Recent activity").font(ds.fonts.title.smallSemiBold).padding(Edge::horizontal, spacing::m),
-                           VStack(std::move(rows), Alignment::leading, 0).padding(Edge::horizontal, spacing::m)},
-                          Alignment::leading, spacing::m);
-    return NavigationStack(ScrollView(content).refreshable([](std::function<void()> done) { done(); })
+    Node content = VStack(
+        {header,
+         AlertView{{"Earn 5% back", "On every reload", AlertViewType::bonus, AlertShape::upArrow}}.body().padding(
+             Edge::horizontal, spacing::m),
+         VStack(std::move(methods), Alignment::leading, 0).padding(Edge::horizontal, spacing::m),
+         Text("Recent activity").font(ds.fonts.title.smallSemiBold).padding(Edge::horizontal, spacing::m),
+         VStack(std::move(rows), Alignment::leading, 0).padding(Edge::horizontal, spacing::m)},
+        Alignment::leading, spacing::m);
+    return NavigationStack(ScrollView(content)
+                               .refreshable([](std::function<void()> done) { done(); })
                                .navigationTitle("Wallet")
                                .navigationBarTitleDisplayMode(TitleDisplayMode::inlined))
         .colorScheme(ColorScheme::light);

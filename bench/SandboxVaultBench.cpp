@@ -11,7 +11,9 @@
 
 namespace {
 
-size_t discard(char*, size_t size, size_t count, void*) { return size * count; }
+size_t discard(char*, size_t size, size_t count, void*) {
+    return size * count;
+}
 
 void BM_StartSandboxVault(benchmark::State& state) {
     curl_global_init(CURL_GLOBAL_DEFAULT);

@@ -38,9 +38,9 @@ struct WalletFixture {
 
 void BM_LoadBalance(benchmark::State& state) {
     WalletFixture fixture;
-    auto viewModel = tovi::BalanceViewModel::create(fixture.client, fixture.client->customerId(),
-                                                    fixture.client->merchantId(),
-                                                    {.callExecutor = nullptr, .paymentMethodUpdates = &fixture.updates});
+    auto viewModel =
+        tovi::BalanceViewModel::create(fixture.client, fixture.client->customerId(), fixture.client->merchantId(),
+                                       {.callExecutor = nullptr, .paymentMethodUpdates = &fixture.updates});
     auto watch = viewModel->balanceScreenUiState.publisher().sink([&](tovi::BalanceScreenUiState ui) {
         if (ui != tovi::BalanceScreenUiState::loading) fixture.queue->stop();
     });

@@ -24,13 +24,19 @@ using namespace korvane::elements;
 using platform::DroppingTransport;
 
 constexpr std::string_view kAlphabet[] = {
-    "0", "1", "2", "3", "4", "5", "6", "7", "8", "9", " ", "/", "-", "a", "\t",
-    "٤", "٢",              // Arabic-Indic digits
-    "４",                  // fullwidth digit
-    "४",                  // Devanagari digit
-    "\xCC\x81",            // combining acute accent on its own
-    "5\xCC\x81",           // a digit with a combining mark
-    "😀", "4️⃣", "👨‍👩‍👧", "½", "Ⅻ", "\r\n", "\xFF",
+    "0",         "1",       "2",
+    "3",         "4",       "5",
+    "6",         "7",       "8",
+    "9",         " ",       "/",
+    "-",         "a",       "\t",
+    "٤",         "٢",  // Arabic-Indic digits
+    "４",              // fullwidth digit
+    "४",               // Devanagari digit
+    "\xCC\x81",        // combining acute accent on its own
+    "5\xCC\x81",       // a digit with a combining mark
+    "😀",         "4️⃣", "👨‍👩‍👧",
+    "½",         "Ⅻ",       "\r\n",
+    "\xFF",
 };
 constexpr std::string_view kForeignDigits[] = {"٤", "٢", "４", "४"};
 
@@ -63,9 +69,12 @@ struct Fields {
     }
     TextElementUITextField& pick(std::uint8_t b) {
         switch (b % 3) {
-            case 0: return *number;
-            case 1: return *expiry;
-            default: return *cvc;
+            case 0:
+                return *number;
+            case 1:
+                return *expiry;
+            default:
+                return *cvc;
         }
     }
 };
@@ -92,17 +101,27 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         switch (op % 9) {
             case 0:
             case 1:
-            case 2: user.type(kAlphabet[next() % std::size(kAlphabet)]); break;
+            case 2:
+                user.type(kAlphabet[next() % std::size(kAlphabet)]);
+                break;
             case 3: {
                 std::string pasted;
                 for (int n = next() % 24; n > 0; --n) pasted += kAlphabet[next() % std::size(kAlphabet)];
                 user.paste(pasted);
                 break;
             }
-            case 4: user.deleteBackward(next() % 4); break;
-            case 5: user.tap(); break;
-            case 6: user.leave(); break;
-            case 7: user.select(platform::TextRange{next() % 24u, next() % 6u}); break;
+            case 4:
+                user.deleteBackward(next() % 4);
+                break;
+            case 5:
+                user.tap();
+                break;
+            case 6:
+                user.leave();
+                break;
+            case 7:
+                user.select(platform::TextRange{next() % 24u, next() % 6u});
+                break;
             default: {
                 // Resolve the references the tokenize call would, and let the copy icon run.
                 // (A text without a year after "/" is a documented stop for the year and the

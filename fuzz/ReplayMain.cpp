@@ -37,10 +37,18 @@ int main(int argc, char** argv) {
             for (int e = 0; e < edits && !input.empty(); ++e) {
                 std::size_t at = random() % input.size();
                 switch (random() % 4) {
-                    case 0: input[at] = static_cast<char>(random()); break;
-                    case 1: input.resize(at); break;
-                    case 2: input.insert(at, input.substr(at, random() % 16)); break;
-                    default: input.insert(at, std::string(random() % 3, "[{\"0"[random() % 4])); break;
+                    case 0:
+                        input[at] = static_cast<char>(random());
+                        break;
+                    case 1:
+                        input.resize(at);
+                        break;
+                    case 2:
+                        input.insert(at, input.substr(at, random() % 16));
+                        break;
+                    default:
+                        input.insert(at, std::string(random() % 3, "[{\"0"[random() % 4]));
+                        break;
                 }
             }
             run(input);

@@ -14,9 +14,11 @@ std::string codingPathText(const CodingPath& path) {
 std::string DecodingError::localizedDescription() const {
     switch (kind) {
         case Kind::keyNotFound:
-        case Kind::valueNotFound: return "The data couldn't be read because it is missing.";
+        case Kind::valueNotFound:
+            return "The data couldn't be read because it is missing.";
         case Kind::typeMismatch:
-        case Kind::dataCorrupted: break;
+        case Kind::dataCorrupted:
+            break;
     }
     return "The data couldn't be read because it isn't in the correct format.";
 }

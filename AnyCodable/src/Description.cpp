@@ -51,12 +51,24 @@ std::string quoted(const std::string& text) {
     for (char c : text) {
         auto u = static_cast<unsigned char>(c);
         switch (c) {
-            case '"': out += "\\\""; break;
-            case '\\': out += "\\\\"; break;
-            case '\n': out += "\\n"; break;
-            case '\r': out += "\\r"; break;
-            case '\t': out += "\\t"; break;
-            case '\0': out += "\\0"; break;
+            case '"':
+                out += "\\\"";
+                break;
+            case '\\':
+                out += "\\\\";
+                break;
+            case '\n':
+                out += "\\n";
+                break;
+            case '\r':
+                out += "\\r";
+                break;
+            case '\t':
+                out += "\\t";
+                break;
+            case '\0':
+                out += "\\0";
+                break;
             default:
                 if (u < 0x20 || u == 0x7F) {
                     char escape[16];
@@ -92,8 +104,12 @@ std::string elementText(const Value& value) {
 
 }  // namespace
 
-std::string doubleText(double value) { return floatingText(value, 0x1.0p53); }
-std::string floatText(float value) { return floatingText(value, 0x1.0p24f); }
+std::string doubleText(double value) {
+    return floatingText(value, 0x1.0p53);
+}
+std::string floatText(float value) {
+    return floatingText(value, 0x1.0p24f);
+}
 
 std::string description(const Value& value) {
     return std::visit(

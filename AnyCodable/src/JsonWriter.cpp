@@ -18,10 +18,17 @@ std::size_t utf8SequenceLength(std::string_view s, std::size_t i) {
     std::size_t extra;
     std::uint32_t cp;
     if (c < 0x80) return 1;
-    if ((c & 0xE0) == 0xC0) { extra = 1; cp = c & 0x1F; }
-    else if ((c & 0xF0) == 0xE0) { extra = 2; cp = c & 0x0F; }
-    else if ((c & 0xF8) == 0xF0) { extra = 3; cp = c & 0x07; }
-    else return 0;
+    if ((c & 0xE0) == 0xC0) {
+        extra = 1;
+        cp = c & 0x1F;
+    } else if ((c & 0xF0) == 0xE0) {
+        extra = 2;
+        cp = c & 0x0F;
+    } else if ((c & 0xF8) == 0xF0) {
+        extra = 3;
+        cp = c & 0x07;
+    } else
+        return 0;
     if (i + extra >= s.size()) return 0;
     for (std::size_t k = 1; k <= extra; ++k) {
         auto cc = static_cast<unsigned char>(s[i + k]);
@@ -178,7 +185,9 @@ void JsonWriter::date(Date value) {
     number(seconds - kReferenceDateOffset);
 }
 
-void JsonWriter::url(const platform::Url& value) { string(value.string()); }
+void JsonWriter::url(const platform::Url& value) {
+    string(value.string());
+}
 
 void JsonWriter::writeEscaped(std::string_view text) {
     static constexpr char hex[] = "0123456789abcdef";
@@ -196,13 +205,27 @@ void JsonWriter::writeEscaped(std::string_view text) {
             continue;
         }
         switch (c) {
-            case '"': out_ += "\\\""; break;
-            case '\\': out_ += "\\\\"; break;
-            case '\n': out_ += "\\n"; break;
-            case '\r': out_ += "\\r"; break;
-            case '\t': out_ += "\\t"; break;
-            case '\b': out_ += "\\b"; break;
-            case '\f': out_ += "\\f"; break;
+            case '"':
+                out_ += "\\\"";
+                break;
+            case '\\':
+                out_ += "\\\\";
+                break;
+            case '\n':
+                out_ += "\\n";
+                break;
+            case '\r':
+                out_ += "\\r";
+                break;
+            case '\t':
+                out_ += "\\t";
+                break;
+            case '\b':
+                out_ += "\\b";
+                break;
+            case '\f':
+                out_ += "\\f";
+                break;
             default:
                 if (c < 0x20) {
                     out_ += "\\u00";

@@ -48,17 +48,21 @@ bool Map::erase(std::string_view key) {
     return false;
 }
 
-void Map::appendUnchecked(std::string key, Value value) { entries_.emplace_back(std::move(key), std::move(value)); }
+void Map::appendUnchecked(std::string key, Value value) {
+    entries_.emplace_back(std::move(key), std::move(value));
+}
 
 namespace {
 
 // The kinds that compare by value: bool, the integers, float, double, string.
 template <class T>
 constexpr bool kComparedByValue =
-    std::is_same_v<T, bool> || std::is_same_v<T, std::int64_t> || std::is_same_v<T, std::uint64_t> ||
-    SizedInteger<T> || std::is_same_v<T, float> || std::is_same_v<T, double> || std::is_same_v<T, std::string>;
+    std::is_same_v<T, bool> || std::is_same_v<T, std::int64_t> || std::is_same_v<T, std::uint64_t> || SizedInteger<T> ||
+    std::is_same_v<T, float> || std::is_same_v<T, double> || std::is_same_v<T, std::string>;
 
-void combine(std::size_t& seed, std::size_t h) { seed ^= h + 0x9e3779b97f4a7c15ULL + (seed << 6) + (seed >> 2); }
+void combine(std::size_t& seed, std::size_t h) {
+    seed ^= h + 0x9e3779b97f4a7c15ULL + (seed << 6) + (seed >> 2);
+}
 
 }  // namespace
 
@@ -131,18 +135,30 @@ std::string_view kindName(const Value& value) {
     return std::visit(
         [](const auto& v) -> std::string_view {
             using T = std::decay_t<decltype(v)>;
-            if constexpr (std::is_same_v<T, Empty>) return "an empty value";
-            else if constexpr (std::is_same_v<T, Null>) return "null";
-            else if constexpr (std::is_same_v<T, bool>) return "bool";
-            else if constexpr (std::is_same_v<T, std::string>) return "a string";
-            else if constexpr (std::is_same_v<T, Array>) return "an array";
-            else if constexpr (std::is_same_v<T, Map>) return "a dictionary";
-            else if constexpr (std::is_same_v<T, Date>) return "a date";
-            else if constexpr (std::is_same_v<T, platform::Url>) return "a URL";
-            else if constexpr (std::is_same_v<T, platform::Uuid>) return "a UUID";
-            else if constexpr (std::is_same_v<T, Data>) return "data";
-            else if constexpr (std::is_same_v<T, std::shared_ptr<const OtherValue>>) return "another value";
-            else return "a number";
+            if constexpr (std::is_same_v<T, Empty>)
+                return "an empty value";
+            else if constexpr (std::is_same_v<T, Null>)
+                return "null";
+            else if constexpr (std::is_same_v<T, bool>)
+                return "bool";
+            else if constexpr (std::is_same_v<T, std::string>)
+                return "a string";
+            else if constexpr (std::is_same_v<T, Array>)
+                return "an array";
+            else if constexpr (std::is_same_v<T, Map>)
+                return "a dictionary";
+            else if constexpr (std::is_same_v<T, Date>)
+                return "a date";
+            else if constexpr (std::is_same_v<T, platform::Url>)
+                return "a URL";
+            else if constexpr (std::is_same_v<T, platform::Uuid>)
+                return "a UUID";
+            else if constexpr (std::is_same_v<T, Data>)
+                return "data";
+            else if constexpr (std::is_same_v<T, std::shared_ptr<const OtherValue>>)
+                return "another value";
+            else
+                return "a number";
         },
         value.storage());
 }

@@ -39,7 +39,9 @@ void appendItems(std::vector<platform::UrlQueryItem>& items, const std::string& 
 
 }  // namespace
 
-std::string APIHelper::text(const anycodable::Value& value) { return anycodable::description(value); }
+std::string APIHelper::text(const anycodable::Value& value) {
+    return anycodable::description(value);
+}
 
 std::optional<Parameters> APIHelper::rejectNil(const Parameters& source) {
     Parameters result;

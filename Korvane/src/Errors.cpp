@@ -9,11 +9,16 @@ namespace korvane {
 
 std::string_view toString(DownloadException exception) {
     switch (exception) {
-        case DownloadException::responseDataMissing: return "responseDataMissing";
-        case DownloadException::responseFailed: return "responseFailed";
-        case DownloadException::requestMissing: return "requestMissing";
-        case DownloadException::requestMissingPath: return "requestMissingPath";
-        case DownloadException::requestMissingURL: return "requestMissingURL";
+        case DownloadException::responseDataMissing:
+            return "responseDataMissing";
+        case DownloadException::responseFailed:
+            return "responseFailed";
+        case DownloadException::requestMissing:
+            return "requestMissing";
+        case DownloadException::requestMissingPath:
+            return "requestMissingPath";
+        case DownloadException::requestMissingURL:
+            return "requestMissingURL";
     }
     return "unknown";
 }
@@ -34,10 +39,14 @@ std::string DecodableRequestBuilderError::description() const {
     switch (kind_) {
         case Kind::jsonDecoding:
             return "jsonDecoding(" + (decodingError_ ? decodingError_->description() : std::string()) + ")";
-        case Kind::generalError: return "generalError(" + generalDescription_ + ")";
-        case Kind::emptyDataResponse: return "emptyDataResponse";
-        case Kind::nilHTTPResponse: return "nilHTTPResponse";
-        case Kind::unsuccessfulHTTPStatusCode: return "unsuccessfulHTTPStatusCode";
+        case Kind::generalError:
+            return "generalError(" + generalDescription_ + ")";
+        case Kind::emptyDataResponse:
+            return "emptyDataResponse";
+        case Kind::nilHTTPResponse:
+            return "nilHTTPResponse";
+        case Kind::unsuccessfulHTTPStatusCode:
+            return "unsuccessfulHTTPStatusCode";
     }
     return "unknown";
 }

@@ -91,8 +91,7 @@ bool JSONCodec<platform::Uuid>::decode(const anycodable::Value& v, platform::Uui
     if (!text) return ctx.mismatch("UUID", v);
     auto parsed = platform::Uuid::parse(*text);
     if (!parsed) {
-        return ctx.fail(DecodingError::Kind::dataCorrupted,
-                        "Attempted to decode UUID from invalid UUID string.");
+        return ctx.fail(DecodingError::Kind::dataCorrupted, "Attempted to decode UUID from invalid UUID string.");
     }
     out = *parsed;
     return true;

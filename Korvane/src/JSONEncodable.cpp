@@ -24,7 +24,8 @@ public:
             if (!first) out += ", ";
             first = false;
             out += "AnyHashable(" + *anycodable::debugDescription(anycodable::Value(key)) + "): ";
-            out += value.isEmpty() ? "()" : anycodable::debugDescription(value).value_or(anycodable::description(value));
+            out +=
+                value.isEmpty() ? "()" : anycodable::debugDescription(value).value_or(anycodable::description(value));
         }
         return out + "]";
     }
@@ -35,11 +36,17 @@ private:
 
 }  // namespace
 
-anycodable::Value encodeToJSON(const std::string& value) { return value; }
+anycodable::Value encodeToJSON(const std::string& value) {
+    return value;
+}
 
-anycodable::Value encodeToJSON(const platform::Uuid& value) { return value.string(); }
+anycodable::Value encodeToJSON(const platform::Uuid& value) {
+    return value.string();
+}
 
-anycodable::Value encodeToJSON(anycodable::Date value) { return CodableHelper::dateFormatter()->string(value); }
+anycodable::Value encodeToJSON(anycodable::Date value) {
+    return CodableHelper::dateFormatter()->string(value);
+}
 
 anycodable::Value hashableKeyDictionary(anycodable::Map entries) {
     return std::shared_ptr<const anycodable::OtherValue>(std::make_shared<HashableKeyDictionary>(std::move(entries)));

@@ -65,6 +65,8 @@ std::string mimeTypeForExtension(std::string_view extension) {
     return std::string(kDefaultMimeType);
 }
 
-std::string mimeTypeForFile(const platform::Url& fileUrl) { return mimeTypeForExtension(fileUrl.pathExtension()); }
+std::string mimeTypeForFile(const platform::Url& fileUrl) {
+    return mimeTypeForExtension(fileUrl.pathExtension());
+}
 
 }  // namespace korvane

@@ -6,9 +6,10 @@ namespace korvane::internal {
 
 void RequestParts::setPath(std::string_view name, const anycodable::Value& value) {
     const std::string placeholder = "{" + std::string(name) + "}";
-    const std::string text = platform::percentEncode(APIHelper::text(APIHelper::mapValueToPathItem(value)),
-                                                     platform::UrlCharacterSet::path);
-    for (std::size_t at = path_.find(placeholder); at != std::string::npos; at = path_.find(placeholder, at + text.size())) {
+    const std::string text =
+        platform::percentEncode(APIHelper::text(APIHelper::mapValueToPathItem(value)), platform::UrlCharacterSet::path);
+    for (std::size_t at = path_.find(placeholder); at != std::string::npos;
+         at = path_.find(placeholder, at + text.size())) {
         path_.replace(at, placeholder.size(), text);
     }
 }

@@ -29,8 +29,8 @@ std::expected<platform::HttpRequest, ParameterEncodingError> URLEncoding::encode
     platform::HttpRequest request, const std::optional<Parameters>& parameters) const {
     if (!parameters) return request;
     if (request.url.empty()) {
-        return std::unexpected(ParameterEncodingError{ParameterEncodingError::Code::requestMissingURL,
-                                                      "The request has no URL."});
+        return std::unexpected(
+            ParameterEncodingError{ParameterEncodingError::Code::requestMissingURL, "The request has no URL."});
     }
     auto url = platform::Url::parse(request.url);
     if (!url || parameters->empty()) return request;

@@ -25,7 +25,11 @@ bool isValidUtf8(std::string_view text) {
     std::size_t i = 0;
     while (i < text.size()) {
         auto byte = static_cast<unsigned char>(text[i]);
-        std::size_t length = byte < 0x80 ? 1 : (byte >> 5) == 0x6 ? 2 : (byte >> 4) == 0xE ? 3 : (byte >> 3) == 0x1E ? 4 : 0;
+        std::size_t length = byte < 0x80           ? 1
+                             : (byte >> 5) == 0x6  ? 2
+                             : (byte >> 4) == 0xE  ? 3
+                             : (byte >> 3) == 0x1E ? 4
+                                                   : 0;
         if (length == 0 || i + length > text.size()) return false;
         std::uint32_t code = length == 1 ? byte : byte & (0x7F >> length);
         for (std::size_t k = 1; k < length; ++k) {
@@ -53,7 +57,8 @@ platform::HttpSession& vaultSession() {
     // Never destroyed: tasks may still be running while statics are torn down at exit.
     static platform::HttpSession* const session = [] {
         auto* created = new platform::CurlSession();
-        created->setChallengeHandler([](const platform::AuthChallenge& challenge) { return answerChallenge(challenge); });
+        created->setChallengeHandler(
+            [](const platform::AuthChallenge& challenge) { return answerChallenge(challenge); });
         return created;
     }();
     return *session;
@@ -93,7 +98,8 @@ std::unique_ptr<ParameterEncoding> encodingOrStop(HTTPMethod method, const Heade
     const std::string contentType = found != headers.end() ? found->second : "application/json";
     // Whole-value comparison on purpose: a charset or boundary suffix is not accepted here.
     if (contentType == "application/json") return std::make_unique<JSONDataEncoding>();
-    if (contentType == "multipart/form-data") return std::make_unique<FormDataEncoding>(std::move(contentTypeForFormPart));
+    if (contentType == "multipart/form-data")
+        return std::make_unique<FormDataEncoding>(std::move(contentTypeForFormPart));
     if (contentType == "application/x-www-form-urlencoded") return std::make_unique<FormURLEncoding>();
     fatalError("Unsupported Media Type - " + contentType);
 }
@@ -106,18 +112,18 @@ void startTask(TaskStart start, std::function<void(Exchange, std::function<void(
         challengeHandlerStore().set(id, std::nullopt);
         credentialStore().set(id, std::nullopt);
     };
-    auto task = start.session->dataTask(
-        std::move(start.request), [finished = std::move(finished), cleanUp](platform::HttpResult result) {
-            Exchange exchange;
-            if (result) {
-                exchange.data = std::move(result->body);
-                result->body.clear();
-                exchange.response = std::move(*result);
-            } else {
-                exchange.error = std::move(result.error());
-            }
-            finished(std::move(exchange), cleanUp);
-        });
+    auto task = start.session->dataTask(std::move(start.request),
+                                        [finished = std::move(finished), cleanUp](platform::HttpResult result) {
+                                            Exchange exchange;
+                                            if (result) {
+                                                exchange.data = std::move(result->body);
+                                                result->body.clear();
+                                                exchange.response = std::move(*result);
+                                            } else {
+                                                exchange.error = std::move(result.error());
+                                            }
+                                            finished(std::move(exchange), cleanUp);
+                                        });
     if (start.onProgressReady) start.onProgressReady(task->progress());
     const std::uint64_t id = task->taskIdentifier();
     box->value.store(id, std::memory_order_relaxed);
@@ -134,7 +140,8 @@ std::optional<ErrorResponse> responseFailure(const std::optional<std::string>& d
     if (error) return ErrorResponse{-1, data, response, *error};
     if (!response) return ErrorResponse{-2, data, response, DecodableRequestBuilderError::nilHTTPResponse()};
     if (!Configuration::successfulStatusCodeRange().contains(response->status)) {
-        return ErrorResponse{response->status, data, response, DecodableRequestBuilderError::unsuccessfulHTTPStatusCode()};
+        return ErrorResponse{response->status, data, response,
+                             DecodableRequestBuilderError::unsuccessfulHTTPStatusCode()};
     }
     return std::nullopt;
 }

@@ -13,9 +13,13 @@ namespace {
 using Ids = std::vector<CardIdentifier>;
 using Range = std::vector<std::int64_t>;
 
-CardIdentifier range(std::int64_t low, std::int64_t high) { return Range{low, high}; }
+CardIdentifier range(std::int64_t low, std::int64_t high) {
+    return Range{low, high};
+}
 
-ElementMask digitMask(std::size_t count) { return ElementMask(count, CardBrand::digitMaskRegex()); }
+ElementMask digitMask(std::size_t count) {
+    return ElementMask(count, CardBrand::digitMaskRegex());
+}
 
 std::vector<CardBrandDetails>& currentCatalogue() {
     static std::vector<CardBrandDetails> catalogue = CardBrand::DefaultCardBrands();
@@ -23,10 +27,13 @@ std::vector<CardBrandDetails>& currentCatalogue() {
 }
 
 // Digits of `value` as the phone counts the characters of its decimal text (a sign counts).
-std::size_t decimalWidth(std::int64_t value) { return std::to_string(value).size(); }
+std::size_t decimalWidth(std::int64_t value) {
+    return std::to_string(value).size();
+}
 
 // One identifier against `text`: the prefix length it matched with, or nothing.
-std::optional<std::size_t> matchIdentifier(const CardIdentifier& identifier, const std::vector<std::string_view>& characters) {
+std::optional<std::size_t> matchIdentifier(const CardIdentifier& identifier,
+                                           const std::vector<std::string_view>& characters) {
     if (const auto* single = std::get_if<std::int64_t>(&identifier)) {
         std::size_t n = decimalWidth(*single);
         auto prefix = internal::joinPrefix(characters, n);
@@ -91,10 +98,10 @@ const ElementMask& CardBrand::cvcMask4() {
     return mask;
 }
 
-#define KV_CARD_BRAND(NAME, ...)                                   \
-    const CardBrandDetails& CardBrand::NAME() {                    \
+#define KV_CARD_BRAND(NAME, ...)                                               \
+    const CardBrandDetails& CardBrand::NAME() {                                \
         static const CardBrandDetails details = CardBrandDetails(__VA_ARGS__); \
-        return details;                                            \
+        return details;                                                        \
     }
 
 KV_CARD_BRAND(VISA, CardBrandName::visa, Ids{4}, cvcMask3(), {4, 8, 12}, {16, 18, 19})
@@ -102,7 +109,8 @@ KV_CARD_BRAND(MASTERCARD, CardBrandName::mastercard,
               Ids{range(51, 55), range(2221, 2229), range(223, 229), range(23, 26), range(270, 271), 2720}, cvcMask3(),
               {4, 8, 12}, {16})
 KV_CARD_BRAND(AMERICAN_EXPRESS, CardBrandName::americanExpress, Ids{34, 37}, cvcMask4(), {4, 10}, {15})
-KV_CARD_BRAND(DINERS_CLUB, CardBrandName::dinersClub, Ids{range(300, 305), 36, 38, 39}, cvcMask3(), {4, 10}, {14, 16, 19})
+KV_CARD_BRAND(DINERS_CLUB, CardBrandName::dinersClub, Ids{range(300, 305), 36, 38, 39}, cvcMask3(), {4, 10},
+              {14, 16, 19})
 KV_CARD_BRAND(DISCOVER, CardBrandName::discover, Ids{6011, range(644, 649), 65}, cvcMask3(), {4, 8, 12}, {16, 19})
 KV_CARD_BRAND(JCB, CardBrandName::jcb, Ids{2131, 1800, range(3528, 3589)}, cvcMask3(), {4, 8, 12}, {16, 17, 18, 19})
 KV_CARD_BRAND(UNION_PAY, CardBrandName::unionPay,
@@ -111,13 +119,34 @@ KV_CARD_BRAND(UNION_PAY, CardBrandName::unionPay,
                   6291, 6292, 810, range(8110, 8171)},
               cvcMask3(), {4, 8, 12}, {14, 15, 16, 17, 18, 19})
 KV_CARD_BRAND(MAESTRO, CardBrandName::maestro,
-              Ids{493698, range(500000, 504174), range(504176, 506698), range(506779, 508999), range(56, 59), 63, 67, 6},
+              Ids{493698, range(500000, 504174), range(504176, 506698), range(506779, 508999), range(56, 59), 63, 67,
+                  6},
               cvcMask3(), {4, 8, 12}, {12, 13, 14, 15, 16, 17, 18, 19})
 KV_CARD_BRAND(ELO, CardBrandName::elo,
-              Ids{401178, 401179, 438935, 457631, 457632, 431274, 451416, 457393, 504175, range(506699, 506778),
-                  range(509000, 509999), 627780, 636297, 636368, range(650031, 650033), range(650035, 650051),
-                  range(650405, 650439), range(650485, 650538), range(650541, 650598), range(650700, 650718),
-                  range(650720, 650727), range(650901, 650978), range(651652, 651679), range(655000, 655019),
+              Ids{401178,
+                  401179,
+                  438935,
+                  457631,
+                  457632,
+                  431274,
+                  451416,
+                  457393,
+                  504175,
+                  range(506699, 506778),
+                  range(509000, 509999),
+                  627780,
+                  636297,
+                  636368,
+                  range(650031, 650033),
+                  range(650035, 650051),
+                  range(650405, 650439),
+                  range(650485, 650538),
+                  range(650541, 650598),
+                  range(650700, 650718),
+                  range(650720, 650727),
+                  range(650901, 650978),
+                  range(651652, 651679),
+                  range(655000, 655019),
                   range(655021, 655058)},
               cvcMask3(), {4, 8, 12}, {16})
 KV_CARD_BRAND(MIR, CardBrandName::mir, Ids{range(2200, 2204)}, cvcMask3(), {4, 8, 12}, {16, 17, 18, 19})
@@ -128,13 +157,15 @@ KV_CARD_BRAND(HIPERCARD, CardBrandName::hipercard, Ids{606282}, cvcMask3(), {4, 
 #undef KV_CARD_BRAND
 
 const std::vector<CardBrandDetails>& CardBrand::DefaultCardBrands() {
-    static const std::vector<CardBrandDetails> brands{VISA(),  MASTERCARD(), AMERICAN_EXPRESS(), DINERS_CLUB(),
-                                                      DISCOVER(), JCB(),      UNION_PAY(),        MAESTRO(),
-                                                      ELO(),      MIR(),      HIPER(),            HIPERCARD()};
+    static const std::vector<CardBrandDetails> brands{
+        VISA(), MASTERCARD(), AMERICAN_EXPRESS(), DINERS_CLUB(), DISCOVER(), JCB(), UNION_PAY(), MAESTRO(), ELO(),
+        MIR(),  HIPER(),      HIPERCARD()};
     return brands;
 }
 
-const std::vector<CardBrandDetails>& CardBrand::CardBrands() { return currentCatalogue(); }
+const std::vector<CardBrandDetails>& CardBrand::CardBrands() {
+    return currentCatalogue();
+}
 
 void CardBrand::addCardBrands(std::vector<CardBrandDetails> cardBrands) {
     currentCatalogue() = std::move(cardBrands);

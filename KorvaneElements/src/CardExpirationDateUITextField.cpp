@@ -200,7 +200,8 @@ std::shared_ptr<ElementValueReference> CardExpirationDateUITextField::year() con
 }
 
 std::shared_ptr<ElementValueReference> CardExpirationDateUITextField::format(std::string_view dateFormat) const {
-    auto reference = std::make_shared<ElementValueReference>(elementId(), nullptr, isComplete(), ElementValueType::string);
+    auto reference =
+        std::make_shared<ElementValueReference>(elementId(), nullptr, isComplete(), ElementValueType::string);
     const auto yearValue = internal::parseInt64(yearText());
     const auto monthValue = internal::parseInt64(monthText());
     if (!yearValue || !monthValue) {

@@ -74,7 +74,9 @@ void CardNumberUITextField::setCardTypes(std::optional<std::vector<CardBrandDeta
     }
 }
 
-std::optional<ElementMask> CardNumberUITextField::inputMask() const { return cardMask_ ? cardMask_ : defaultMask(); }
+std::optional<ElementMask> CardNumberUITextField::inputMask() const {
+    return cardMask_ ? cardMask_ : defaultMask();
+}
 
 std::optional<ElementTransform> CardNumberUITextField::inputTransform() const {
     static const RegexRef blanks = compileElementRegex("[ \t]");
@@ -110,7 +112,8 @@ void CardNumberUITextField::textFieldDidChange() {
     TextElementUITextField::textFieldDidChange();
 }
 
-ElementEvent CardNumberUITextField::buildTextChangeEvent(const std::optional<std::string>& value, const ElementEvent& base) {
+ElementEvent CardNumberUITextField::buildTextChangeEvent(const std::optional<std::string>& value,
+                                                         const ElementEvent& base) {
     if (value && !value->empty()) {
         detect(*value);
     } else {
@@ -131,8 +134,8 @@ ElementEvent CardNumberUITextField::buildTextChangeEvent(const std::optional<std
         const auto characters = internal::characters(*value);
         const std::size_t count = characters.size();
         const std::string last4(internal::joinPrefix(
-            std::vector<std::string_view>(characters.end() - static_cast<std::ptrdiff_t>(std::min<std::size_t>(4, count)),
-                                          characters.end()),
+            std::vector<std::string_view>(
+                characters.end() - static_cast<std::ptrdiff_t>(std::min<std::size_t>(4, count)), characters.end()),
             4));
         const std::string bin(internal::joinPrefix(characters, count < 16 ? 6 : 8));
         details.push_back({"cardLast4", last4});

@@ -54,7 +54,9 @@ std::optional<ElementMask> CardVerificationCodeUITextField::inputMask() const {
     return cvcMask_ ? cvcMask_ : CardBrand::cvcMask4();
 }
 
-TextElementUITextField::Validation CardVerificationCodeUITextField::validation() const { return codeTest; }
+TextElementUITextField::Validation CardVerificationCodeUITextField::validation() const {
+    return codeTest;
+}
 
 bool CardVerificationCodeUITextField::maskTest(const std::optional<std::string>& text) const {
     if (!text) {

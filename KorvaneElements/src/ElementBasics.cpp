@@ -7,16 +7,21 @@ namespace korvane::elements {
 
 std::string_view rawValue(ElementValueType type) {
     switch (type) {
-        case ElementValueType::int_: return "int";
-        case ElementValueType::double_: return "double";
-        case ElementValueType::bool_: return "bool";
-        case ElementValueType::string: return "string";
+        case ElementValueType::int_:
+            return "int";
+        case ElementValueType::double_:
+            return "double";
+        case ElementValueType::bool_:
+            return "bool";
+        case ElementValueType::string:
+            return "string";
     }
     return "string";
 }
 
 std::optional<ElementValueType> elementValueType(std::string_view raw) {
-    for (auto type : {ElementValueType::int_, ElementValueType::double_, ElementValueType::bool_, ElementValueType::string}) {
+    for (auto type :
+         {ElementValueType::int_, ElementValueType::double_, ElementValueType::bool_, ElementValueType::string}) {
         if (rawValue(type) == raw) {
             return type;
         }
@@ -26,9 +31,12 @@ std::optional<ElementValueType> elementValueType(std::string_view raw) {
 
 std::string_view toString(ElementConfigError error) {
     switch (error) {
-        case ElementConfigError::invalidMask: return "invalidMask";
-        case ElementConfigError::configNotAllowed: return "configNotAllowed";
-        case ElementConfigError::cardBrandAlreadyExists: return "cardBrandAlreadyExists";
+        case ElementConfigError::invalidMask:
+            return "invalidMask";
+        case ElementConfigError::configNotAllowed:
+            return "configNotAllowed";
+        case ElementConfigError::cardBrandAlreadyExists:
+            return "cardBrandAlreadyExists";
     }
     return "unknown";
 }
@@ -49,9 +57,9 @@ nlohmann::ordered_json eventJson(const ElementEvent& event) {
     for (const auto& d : event.details) {
         details.push_back(nlohmann::ordered_json{{"type", d.type}, {"message", d.message}});
     }
-    return nlohmann::ordered_json{{"type", event.type},           {"complete", event.complete},
-                                  {"empty", event.empty},         {"valid", event.valid},
-                                  {"maskSatisfied", event.maskSatisfied}, {"details", std::move(details)}};
+    return nlohmann::ordered_json{
+        {"type", event.type},   {"complete", event.complete},           {"empty", event.empty},
+        {"valid", event.valid}, {"maskSatisfied", event.maskSatisfied}, {"details", std::move(details)}};
 }
 }  // namespace
 

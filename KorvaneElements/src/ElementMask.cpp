@@ -13,8 +13,8 @@ namespace korvane::elements {
 namespace {
 
 bool hasDefaultOptions(const platform::RegexOptions& o) {
-    return !o.caseInsensitive && !o.allowCommentsAndWhitespace && !o.dotMatchesLineSeparators &&
-           !o.anchorsMatchLines && !o.useUnixLineSeparators && !o.useUnicodeWordBoundaries;
+    return !o.caseInsensitive && !o.allowCommentsAndWhitespace && !o.dotMatchesLineSeparators && !o.anchorsMatchLines &&
+           !o.useUnixLineSeparators && !o.useUnicodeWordBoundaries;
 }
 
 // A position's test searches the expression's pattern alone, without the options it was
@@ -99,7 +99,8 @@ std::string applyMask(const ElementMask& mask, std::optional<std::string_view> t
     return output;
 }
 
-std::string applyElementTransform(const std::optional<ElementTransform>& transform, std::optional<std::string_view> text) {
+std::string applyElementTransform(const std::optional<ElementTransform>& transform,
+                                  std::optional<std::string_view> text) {
     const std::string_view input = text.value_or(std::string_view{});
     if (!transform || !transform->matcher) {
         return std::string(input);

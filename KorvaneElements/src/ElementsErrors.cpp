@@ -1,6 +1,6 @@
+#include "ElementsSupport.hpp"
 #include "KorvaneElements/ElementsError.hpp"
 #include "KorvaneElements/HttpMethod.hpp"
-#include "ElementsSupport.hpp"
 
 #include <string>
 
@@ -8,24 +8,30 @@ namespace korvane::elements {
 
 std::string_view toString(TokenizingError error) {
     switch (error) {
-        case TokenizingError::invalidApiKey: return "TokenizingError.invalidApiKey";
-        case TokenizingError::invalidInput: return "TokenizingError.invalidInput";
+        case TokenizingError::invalidApiKey:
+            return "TokenizingError.invalidApiKey";
+        case TokenizingError::invalidInput:
+            return "TokenizingError.invalidInput";
     }
     return "TokenizingError";
 }
 
 std::string_view toString(ProxyError error) {
     switch (error) {
-        case ProxyError::invalidRequest: return "ProxyError.invalidRequest";
-        case ProxyError::invalidInput: return "ProxyError.invalidInput";
+        case ProxyError::invalidRequest:
+            return "ProxyError.invalidRequest";
+        case ProxyError::invalidInput:
+            return "ProxyError.invalidInput";
     }
     return "ProxyError";
 }
 
 std::string_view toString(HttpClientError error) {
     switch (error) {
-        case HttpClientError::invalidURL: return "HttpClientError.invalidURL";
-        case HttpClientError::invalidRequest: return "HttpClientError.invalidRequest";
+        case HttpClientError::invalidURL:
+            return "HttpClientError.invalidURL";
+        case HttpClientError::invalidRequest:
+            return "HttpClientError.invalidRequest";
     }
     return "HttpClientError";
 }
@@ -47,14 +53,25 @@ namespace internal {
 namespace {
 template <class E>
 std::optional<ElementsError> inPlace(E&& error) {
-    return std::optional<ElementsError>(std::in_place, std::in_place_type<std::remove_cvref_t<E>>, std::forward<E>(error));
+    return std::optional<ElementsError>(std::in_place, std::in_place_type<std::remove_cvref_t<E>>,
+                                        std::forward<E>(error));
 }
 }  // namespace
-std::optional<ElementsError> failure(TokenizingError error) { return inPlace(error); }
-std::optional<ElementsError> failure(ProxyError error) { return inPlace(error); }
-std::optional<ElementsError> failure(HttpClientError error) { return inPlace(error); }
-std::optional<ElementsError> failure(korvane::ErrorResponse error) { return inPlace(std::move(error)); }
-std::optional<ElementsError> failure(anycodable::DecodingError error) { return inPlace(std::move(error)); }
+std::optional<ElementsError> failure(TokenizingError error) {
+    return inPlace(error);
+}
+std::optional<ElementsError> failure(ProxyError error) {
+    return inPlace(error);
+}
+std::optional<ElementsError> failure(HttpClientError error) {
+    return inPlace(error);
+}
+std::optional<ElementsError> failure(korvane::ErrorResponse error) {
+    return inPlace(std::move(error));
+}
+std::optional<ElementsError> failure(anycodable::DecodingError error) {
+    return inPlace(std::move(error));
+}
 }  // namespace internal
 
 namespace {
@@ -64,11 +81,16 @@ struct MethodNames {
     std::string_view name;
 };
 constexpr MethodNames kMethods[] = {
-    {HttpMethod::get, "GET", "get"},          {HttpMethod::post, "POST", "post"},
-    {HttpMethod::put, "PUT", "put"},          {HttpMethod::delete_, "DELETE", "delete"},
-    {HttpMethod::patch, "PATCH", "patch"},    {HttpMethod::head, "HEAD", "head"},
-    {HttpMethod::options, "OPTIONS", "options"}, {HttpMethod::connect, "CONNECT", "connect"},
-    {HttpMethod::query, "QUERY", "query"},    {HttpMethod::trace, "TRACE", "trace"},
+    {HttpMethod::get, "GET", "get"},
+    {HttpMethod::post, "POST", "post"},
+    {HttpMethod::put, "PUT", "put"},
+    {HttpMethod::delete_, "DELETE", "delete"},
+    {HttpMethod::patch, "PATCH", "patch"},
+    {HttpMethod::head, "HEAD", "head"},
+    {HttpMethod::options, "OPTIONS", "options"},
+    {HttpMethod::connect, "CONNECT", "connect"},
+    {HttpMethod::query, "QUERY", "query"},
+    {HttpMethod::trace, "TRACE", "trace"},
 };
 }  // namespace
 

@@ -8,7 +8,9 @@
 
 namespace korvane::elements::internal {
 
-std::string newTraceId() { return platform::Uuid::random().string(); }
+std::string newTraceId() {
+    return platform::Uuid::random().string();
+}
 
 nlohmann::ordered_json callAttributes(std::string_view endpoint, std::string_view traceId,
                                       nlohmann::ordered_json extra) {
@@ -32,7 +34,9 @@ void logApiFailure(std::string_view endpoint, std::string_view traceId, std::str
                  callAttributes(endpoint, traceId, {{"apiSuccess", false}}));
 }
 
-JSON makeRawLeaf(const anycodable::Value& value) { return JSON::raw(value); }
+JSON makeRawLeaf(const anycodable::Value& value) {
+    return JSON::raw(value);
+}
 
 JSON makeOpaqueLeaf(const anycodable::Value& value) {
     auto text = std::make_shared<const std::string>(anycodable::description(value));
@@ -66,9 +70,8 @@ std::expected<anycodable::Value, anycodable::DecodingError> parseResponseObject(
     if (!parsed) return std::unexpected(std::move(parsed.error()));
     if (parsed->is<anycodable::Array>()) fatalStop("Response body is a JSON array, not an object");
     if (!parsed->is<anycodable::Map>()) {
-        return std::unexpected(anycodable::DecodingError{anycodable::DecodingError::Kind::dataCorrupted,
-                                                         {},
-                                                         "JSON text did not start with array or object"});
+        return std::unexpected(anycodable::DecodingError{
+            anycodable::DecodingError::Kind::dataCorrupted, {}, "JSON text did not start with array or object"});
     }
     return std::move(*parsed);
 }

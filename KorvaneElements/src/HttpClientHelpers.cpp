@@ -31,7 +31,8 @@ void flattenInto(const anycodable::Value& value, const std::string& name, std::v
     if (const auto* map = value.get<anycodable::Map>()) {
         flattenMap(*map, name, pairs);
     } else if (const auto* array = value.get<anycodable::Array>()) {
-        for (std::size_t i = 0; i < array->size(); ++i) flattenInto((*array)[i], name + "[" + std::to_string(i) + "]", pairs);
+        for (std::size_t i = 0; i < array->size(); ++i)
+            flattenInto((*array)[i], name + "[" + std::to_string(i) + "]", pairs);
     } else {
         pairs.push_back(name + "=" + anycodable::description(value));
     }

@@ -12,17 +12,29 @@ void requireNonNegative(std::ptrdiff_t index) {
 
 JSON::JSON() : payload_(std::in_place_index<2>) {}
 
-JSON JSON::reference(std::shared_ptr<ElementValueReference> reference) { return JSON(std::in_place_index<0>, std::move(reference)); }
-JSON JSON::array(Array items) { return JSON(std::in_place_index<1>, std::move(items)); }
-JSON JSON::dictionary(Dictionary entries) { return JSON(std::in_place_index<2>, std::move(entries)); }
-JSON JSON::raw(anycodable::Value value) { return JSON(std::in_place_index<3>, std::move(value)); }
+JSON JSON::reference(std::shared_ptr<ElementValueReference> reference) {
+    return JSON(std::in_place_index<0>, std::move(reference));
+}
+JSON JSON::array(Array items) {
+    return JSON(std::in_place_index<1>, std::move(items));
+}
+JSON JSON::dictionary(Dictionary entries) {
+    return JSON(std::in_place_index<2>, std::move(entries));
+}
+JSON JSON::raw(anycodable::Value value) {
+    return JSON(std::in_place_index<3>, std::move(value));
+}
 
 JSON::Case JSON::kind() const {
     switch (payload_.index()) {
-        case 0: return Case::elementValueReference;
-        case 1: return Case::arrayValue;
-        case 2: return Case::dictionaryValue;
-        default: return Case::rawValue;
+        case 0:
+            return Case::elementValueReference;
+        case 1:
+            return Case::arrayValue;
+        case 2:
+            return Case::dictionaryValue;
+        default:
+            return Case::rawValue;
     }
 }
 
@@ -76,7 +88,11 @@ std::optional<anycodable::Value> JSON::rawValue() const {
     return *value;
 }
 
-const JSON::Array* JSON::arrayValue() const { return std::get_if<Array>(&payload_); }
-const JSON::Dictionary* JSON::dictionaryValue() const { return std::get_if<Dictionary>(&payload_); }
+const JSON::Array* JSON::arrayValue() const {
+    return std::get_if<Array>(&payload_);
+}
+const JSON::Dictionary* JSON::dictionaryValue() const {
+    return std::get_if<Dictionary>(&payload_);
+}
 
 }  // namespace korvane::elements

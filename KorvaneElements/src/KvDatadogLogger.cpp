@@ -4,8 +4,8 @@
 #include <cmath>
 
 #include "Fatal.hpp"
-#include "SharedLogger.hpp"
 #include "KorvaneElements/Telemetry.hpp"
+#include "SharedLogger.hpp"
 #include "platform/DeviceInfo.hpp"
 #include "platform/Http.hpp"
 #include "platform/HttpSession.hpp"
@@ -140,7 +140,8 @@ std::unique_ptr<KvDatadogLogger> KVDatadogLoggerBuilder::build() {
 
 KVDatadogLoggerBuilder makeDefaultLoggerBuilder() {
     const platform::DeviceInfo info = platform::deviceInfo();
-    const bool integration = info.bundleIdentifier && info.bundleIdentifier->find("IntegrationTester") != std::string::npos;
+    const bool integration =
+        info.bundleIdentifier && info.bundleIdentifier->find("IntegrationTester") != std::string::npos;
     KVDatadogLoggerBuilder builder;
     builder.setClientToken(kClientToken)
         .addAttribute("env", integration ? "local" : "prod")
@@ -169,6 +170,8 @@ KvDatadogLogger& logger() {
     return *shared;
 }
 
-KvDatadogLogger* internal::sharedLoggerIfBuilt() { return gSharedLogger.load(std::memory_order_acquire); }
+KvDatadogLogger* internal::sharedLoggerIfBuilt() {
+    return gSharedLogger.load(std::memory_order_acquire);
+}
 
 }  // namespace korvane::elements

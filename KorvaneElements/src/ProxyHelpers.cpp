@@ -103,10 +103,10 @@ void handleProxyResponse(const platform::HttpResult& result, const std::string& 
 void KorvaneElements::proxy(std::optional<std::string> apiKey, std::optional<std::string> proxyKey,
                             std::optional<std::string> proxyUrlHeader, std::optional<ProxyHttpRequest> proxyHttpRequest,
                             HttpCompletion completion) {
-    const std::string method(proxyHttpRequest && proxyHttpRequest->method ? rawValue(*proxyHttpRequest->method) : "GET");
-    const std::string endpoint = method + " " +
-                                 (proxyHttpRequest && proxyHttpRequest->url ? *proxyHttpRequest->url
-                                                                            : basePath() + "/proxy");
+    const std::string method(proxyHttpRequest && proxyHttpRequest->method ? rawValue(*proxyHttpRequest->method)
+                                                                          : "GET");
+    const std::string endpoint =
+        method + " " + (proxyHttpRequest && proxyHttpRequest->url ? *proxyHttpRequest->url : basePath() + "/proxy");
     const std::string traceId = internal::newTraceId();
     nlohmann::ordered_json query = "nil";
     if (proxyHttpRequest && proxyHttpRequest->query) query = *proxyHttpRequest->query;
@@ -132,10 +132,10 @@ void KorvaneElements::proxy(std::optional<std::string> apiKey, std::optional<std
     }
 
     auto session = internal::httpSession();
-    auto task = session->dataTask(std::move(request), [endpoint, traceId, completion = std::move(completion)](
-                                                          platform::HttpResult result) {
-        handleProxyResponse(result, endpoint, traceId, completion);
-    });
+    auto task = session->dataTask(std::move(request),
+                                  [endpoint, traceId, completion = std::move(completion)](platform::HttpResult result) {
+                                      handleProxyResponse(result, endpoint, traceId, completion);
+                                  });
     task->resume();
 }
 

@@ -81,7 +81,8 @@ std::optional<anycodable::Value> convertedValue(const ElementReferenceProtocol& 
             if (*text == "true") return anycodable::Value(true);
             if (*text == "false") return anycodable::Value(false);
             return std::nullopt;
-        case ElementValueType::string: break;
+        case ElementValueType::string:
+            break;
     }
     return anycodable::Value(*text);
 }
@@ -95,7 +96,8 @@ nlohmann::ordered_json elementAttributes(const ElementReferenceProtocol& element
 
 anycodable::Value elementValue(std::shared_ptr<ElementReferenceProtocol> element) {
     if (!element) return anycodable::Value();
-    return anycodable::Value(std::shared_ptr<const anycodable::OtherValue>(std::make_shared<ElementHolder>(std::move(element))));
+    return anycodable::Value(
+        std::shared_ptr<const anycodable::OtherValue>(std::make_shared<ElementHolder>(std::move(element))));
 }
 
 std::shared_ptr<ElementReferenceProtocol> elementReferenceOf(const anycodable::Value& value) {

@@ -16,14 +16,18 @@
 
 namespace korvane::elements {
 
-TextElementUITextField::TextElementUITextField() : elementId_(platform::Uuid::random().string()) { setupElement(); }
+TextElementUITextField::TextElementUITextField() : elementId_(platform::Uuid::random().string()) {
+    setupElement();
+}
 
 TextElementUITextField::TextElementUITextField(platform::Rect frame)
     : TextField(frame), elementId_(platform::Uuid::random().string()) {
     setupElement();
 }
 
-TextElementUITextField::~TextElementUITextField() { *self_ = nullptr; }
+TextElementUITextField::~TextElementUITextField() {
+    *self_ = nullptr;
+}
 
 void TextElementUITextField::setupElement() {
     setSmartDashesType(platform::SmartDashesType::no);
@@ -31,7 +35,8 @@ void TextElementUITextField::setupElement() {
     addAction(platform::ControlEvent::editingChanged, [this](platform::TextField&) { textFieldDidChange(); });
     addAction(platform::ControlEvent::editingDidBegin, [this](platform::TextField&) { editingStarted(); });
     addAction(platform::ControlEvent::editingDidEnd, [this](platform::TextField&) { editingEnded(); });
-    subject_.send(ElementEvent{"ready", metadata_.complete, metadata_.empty, metadata_.valid, metadata_.maskSatisfied, {}});
+    subject_.send(
+        ElementEvent{"ready", metadata_.complete, metadata_.empty, metadata_.valid, metadata_.maskSatisfied, {}});
     logInfo("TextElementUITextField init");
 }
 
@@ -103,14 +108,18 @@ void TextElementUITextField::setValueRef(const std::shared_ptr<TextElementUIText
     }
     // The source is held by `valueRef_`, and the subscription ends with this element.
     TextElementUITextField* source = element.get();
-    element->subject().sink([this, source](const ElementEvent& event) {
-        if (event.type == "textChange") {
-            writeText(source->storedText());
-        }
-    }).store(cancellables_);
+    element->subject()
+        .sink([this, source](const ElementEvent& event) {
+            if (event.type == "textChange") {
+                writeText(source->storedText());
+            }
+        })
+        .store(cancellables_);
 }
 
-std::optional<std::string> TextElementUITextField::getValue() const { return applyTransform(storedText()); }
+std::optional<std::string> TextElementUITextField::getValue() const {
+    return applyTransform(storedText());
+}
 
 void TextElementUITextField::updateCompletenessFromSetter(std::optional<std::string_view> unmaskedValue) {
     if (auto check = validation()) {
@@ -181,11 +190,13 @@ void TextElementUITextField::textFieldDidChange() {
 }
 
 void TextElementUITextField::editingStarted() {
-    subject_.send(ElementEvent{"focus", metadata_.complete, metadata_.empty, metadata_.valid, metadata_.maskSatisfied, {}});
+    subject_.send(
+        ElementEvent{"focus", metadata_.complete, metadata_.empty, metadata_.valid, metadata_.maskSatisfied, {}});
 }
 
 void TextElementUITextField::editingEnded() {
-    subject_.send(ElementEvent{"blur", metadata_.complete, metadata_.empty, metadata_.valid, metadata_.maskSatisfied, {}});
+    subject_.send(
+        ElementEvent{"blur", metadata_.complete, metadata_.empty, metadata_.valid, metadata_.maskSatisfied, {}});
 }
 
 void TextElementUITextField::setupCopyIcon() {
@@ -216,9 +227,8 @@ void TextElementUITextField::copyText() {
         copyIconImageView_->setTintColor(copyIconColor_);
     }
     // The image view, not the field, is captured: the reset is harmless if the field is gone.
-    platform::mainQueue().postAfter(std::chrono::milliseconds(1000), [imageView = copyIconImageView_] {
-        imageView->setImage(elementImage("copy"));
-    });
+    platform::mainQueue().postAfter(std::chrono::milliseconds(1000),
+                                    [imageView = copyIconImageView_] { imageView->setImage(elementImage("copy")); });
 }
 
 }  // namespace korvane::elements

@@ -16,16 +16,17 @@ Node AlertView::body() const {
     const bool up = uiModel.alertShape == AlertShape::upArrow;
 
     Node badge = ZStack({ColorView(isAlert ? c.background.alert : c.background.promoIcon),
-                         ToviImage{isAlert ? ToviImageSource::alert : ToviImageSource::sparkle}.body().frame(28, 28)
+                         ToviImage{isAlert ? ToviImageSource::alert : ToviImageSource::sparkle}
+                             .body()
+                             .frame(28, 28)
                              .foregroundColor(c.icons.promo)})
                      .frame(48, 48)
                      .clipShape(RoundedRectangle(24, CornerStyle::continuous));
-    Node texts = VStack({Text(uiModel.primaryText).font(Font::headline()).foregroundColor(c.text.primary),
-                         uiModel.secondaryText ? Text(*uiModel.secondaryText)
-                                                     .font(Font::caption())
-                                                     .foregroundColor(c.text.secondary)
-                                               : Node{}},
-                        Alignment::leading, 2);
+    Node texts = VStack(
+        {Text(uiModel.primaryText).font(Font::headline()).foregroundColor(c.text.primary),
+         uiModel.secondaryText ? Text(*uiModel.secondaryText).font(Font::caption()).foregroundColor(c.text.secondary)
+                               : Node{}},
+        Alignment::leading, 2);
     Node bubble = (up ? AlertArrowUpShape{cornerRadius, arrowHeight}.shape()
                       : AlertArrowDownShape{cornerRadius, arrowHeight}.shape());
     bubble.fill(c.background.primary).stroke(isAlert ? c.background.alert : c.borders.branded, 1, 10);

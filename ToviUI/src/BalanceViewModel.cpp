@@ -119,8 +119,8 @@ std::shared_ptr<BalanceViewModel> BalanceViewModel::create(std::shared_ptr<ToviC
     return viewModel;
 }
 
-BalanceViewModel::BalanceViewModel(std::shared_ptr<ToviClient> client, std::string customerId,
-                                   std::string merchantId, Options options)
+BalanceViewModel::BalanceViewModel(std::shared_ptr<ToviClient> client, std::string customerId, std::string merchantId,
+                                   Options options)
     : toviClient_(std::move(client)),
       customerId_(std::move(customerId)),
       merchantId_(std::move(merchantId)),
@@ -143,8 +143,8 @@ void BalanceViewModel::fetchBalanceData(Done done) {
     auto onApiKey = load->slot(&Load::korvaneApiKey, load);
     auto onCardArt = load->slot(&Load::cardArtUrls, load);
 
-    callExecutor_.post([client = toviClient_, customerId = customerId_, merchantId = merchantId_,
-                        queue = mainQueue_, cancellation = load->cancellation, onCustomer = std::move(onCustomer),
+    callExecutor_.post([client = toviClient_, customerId = customerId_, merchantId = merchantId_, queue = mainQueue_,
+                        cancellation = load->cancellation, onCustomer = std::move(onCustomer),
                         onTransactions = std::move(onTransactions), onMerchant = std::move(onMerchant),
                         onReloadConfig = std::move(onReloadConfig), onApiKey = std::move(onApiKey),
                         onCardArt = std::move(onCardArt)]() mutable {
@@ -213,18 +213,18 @@ void BalanceViewModel::addFunds(const ReloadAmountSelection& selection, const Pa
 }
 
 void BalanceViewModel::updateAutoReload(const AutoReloadUpdateInfo& info, Done done) {
-    ToviSharedAutoReloadConfigurationStatus status = std::visit(
-        Overloaded{[](const AutoReloadUpdateDisabled&) -> ToviSharedAutoReloadConfigurationStatus {
-                       return ToviSharedAutoReloadConfigurationStatusDisabled::disabled();
-                   },
-                   [](const AutoReloadUpdateEnabled& enabled) -> ToviSharedAutoReloadConfigurationStatus {
-                       return ToviSharedAutoReloadConfigurationStatusEnabled{
-                           .paymentMethodId = enabled.paymentMethodId,
-                           .reloadAmount = centsToInt32(enabled.reloadAmount),
-                           .reloadThreshold = centsToInt32(enabled.reloadThreshold),
-                       };
-                   }},
-        info);
+    ToviSharedAutoReloadConfigurationStatus status =
+        std::visit(Overloaded{[](const AutoReloadUpdateDisabled&) -> ToviSharedAutoReloadConfigurationStatus {
+                                  return ToviSharedAutoReloadConfigurationStatusDisabled::disabled();
+                              },
+                              [](const AutoReloadUpdateEnabled& enabled) -> ToviSharedAutoReloadConfigurationStatus {
+                                  return ToviSharedAutoReloadConfigurationStatusEnabled{
+                                      .paymentMethodId = enabled.paymentMethodId,
+                                      .reloadAmount = centsToInt32(enabled.reloadAmount),
+                                      .reloadThreshold = centsToInt32(enabled.reloadThreshold),
+                                  };
+                              }},
+                   info);
     toviClient_->customer()->setAutoReloadConfiguration(
         ToviSharedAutoReloadConfigurationRequest{.customerId = customerId_, .status = std::move(status)}, mainCall(),
         [self = shared_from_this(),

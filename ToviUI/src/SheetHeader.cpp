@@ -23,8 +23,8 @@ Node slot(const std::function<void()>& action, ToviImageSource icon, const char*
 Node SheetHeader::body() const {
     const auto& ds = ToviDesignSystem::shared();
     return HStack({slot(onBackClicked, ToviImageSource::backArrow, "sheetHeader.back"), Spacer(),
-                   Text(title).font(ds.fonts.title.medium).foregroundColor(ds.colors.text.bold).lineLimit(1),
-                   Spacer(), slot(onDoneClicked, ToviImageSource::close, "sheetHeader.done")},
+                   Text(title).font(ds.fonts.title.medium).foregroundColor(ds.colors.text.bold).lineLimit(1), Spacer(),
+                   slot(onDoneClicked, ToviImageSource::close, "sheetHeader.done")},
                   Alignment::center, 0)
         .padding(Edge::horizontal, 24)
         .viewType("SheetHeader");

@@ -14,8 +14,7 @@ Node ToviActionButtonStyle::operator()(const Node& label, bool isPressed) const 
     Node subtitleNode =
         subtitle ? Text(*subtitle).font(ds.fonts.subhead).foregroundColor(ds.colors.text.secondary) : Node{};
     return HStack({iconNode, VStack({label, subtitleNode}, Alignment::leading, 2), Spacer(),
-                   endSlot ? endSlot() : Node{},
-                   ToviImage{ToviImageSource::chevronRight}.body().frame(24, 24)},
+                   endSlot ? endSlot() : Node{}, ToviImage{ToviImageSource::chevronRight}.body().frame(24, 24)},
                   Alignment::center, 6)
         .frame(Frame{.minHeight = 50})
         .contentShapeRectangle()

@@ -3,8 +3,8 @@
 namespace tovi {
 
 std::string ToviApiError::localizedDescription() const {
-    return "The operation couldn\u2019t be completed. (ToviApiError: " + (detail.empty() ? humanReadableMessage : detail) +
-           ")";
+    return "The operation couldn\u2019t be completed. (ToviApiError: " +
+           (detail.empty() ? humanReadableMessage : detail) + ")";
 }
 
 std::string ToviApiError::rendering() const {

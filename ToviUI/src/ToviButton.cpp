@@ -10,10 +10,11 @@ using namespace platform::view;
 
 Node ToviButton::body() const {
     const auto& ds = ToviDesignSystem::shared();
-    Node content = isLoading ? ProgressView().tint(Color::white())
-                             : HStack({leftIcon.value_or(Node{}), Text(label).font(ds.fonts.body.bold),
-                                       rightIcon.value_or(Node{})},
-                                      Alignment::center, 8);
+    Node content =
+        isLoading
+            ? ProgressView().tint(Color::white())
+            : HStack({leftIcon.value_or(Node{}), Text(label).font(ds.fonts.body.bold), rightIcon.value_or(Node{})},
+                     Alignment::center, 8);
     return Button(content, onClick)
         .disabled(!enabled || isLoading)
         .animation(Animation::easeInOut(), "isLoading")

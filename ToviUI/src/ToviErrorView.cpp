@@ -14,11 +14,15 @@ Node ToviErrorView::body() const {
     const auto& c = ds.colors;
     // The badge colour is fixed: it does not follow branding.
     Node badge = ZStack({RoundedRectangle(38).fill(Color::hex("#F2A4AA")).frame(76, 76),
-                         ToviImage{ToviImageSource::error, RenderingMode::templated}.body().foregroundColor(c.icons.error)
+                         ToviImage{ToviImageSource::error, RenderingMode::templated}
+                             .body()
+                             .foregroundColor(c.icons.error)
                              .frame(40, 40)})
                      .padding(Edge::bottom, 20);
     return VStack({badge,
-                   Text("Please try again.").font(ds.fonts.title.medium).foregroundColor(c.text.bold)
+                   Text("Please try again.")
+                       .font(ds.fonts.title.medium)
+                       .foregroundColor(c.text.bold)
                        .padding(Edge::bottom, 4),
                    Text("There was an error loading balance information.")
                        .font(ds.fonts.body.medium)

@@ -27,7 +27,9 @@ using namespace platform::view;
 
 constexpr double columnWidth = 420;
 
-const ToviDesignSystem& ds() { return ToviDesignSystem::shared(); }
+const ToviDesignSystem& ds() {
+    return ToviDesignSystem::shared();
+}
 
 void noop() {}
 
@@ -59,32 +61,33 @@ Node swatch(const char* name, Color color) {
 
 Node palette() {
     const ToviColorScheme& c = ds().colors;
-    return section("Brand tokens",
-                   {HStack({VStack({swatch("brand.primary", c.brand.primary), swatch("brand.secondary", c.brand.secondary),
-                                    swatch("buttons.primary", c.buttons.primary), swatch("icons.primary", c.icons.primary),
-                                    swatch("icons.promo", c.icons.promo)},
-                                   Alignment::leading, spacing::xs),
-                             VStack({swatch("text.link", c.text.link), swatch("switchEnabled", c.background.switchEnabled),
-                                     swatch("switchDisabled", c.background.switchDisabled),
-                                     swatch("promoIcon", c.background.promoIcon), swatch("borders.branded", c.borders.branded)},
-                                    Alignment::leading, spacing::xs)},
-                            Alignment::top, spacing::l)});
+    return section(
+        "Brand tokens",
+        {HStack({VStack({swatch("brand.primary", c.brand.primary), swatch("brand.secondary", c.brand.secondary),
+                         swatch("buttons.primary", c.buttons.primary), swatch("icons.primary", c.icons.primary),
+                         swatch("icons.promo", c.icons.promo)},
+                        Alignment::leading, spacing::xs),
+                 VStack({swatch("text.link", c.text.link), swatch("switchEnabled", c.background.switchEnabled),
+                         swatch("switchDisabled", c.background.switchDisabled),
+                         swatch("promoIcon", c.background.promoIcon), swatch("borders.branded", c.borders.branded)},
+                        Alignment::leading, spacing::xs)},
+                Alignment::top, spacing::l)});
 }
 
 Node buttons() {
     const ToviImage plus{ToviImageSource::plus, RenderingMode::templated};
     const ToviImage chevron{ToviImageSource::chevronRight, RenderingMode::templated};
-    return section("ToviButton",
-                   {sample("enabled", ToviButton{.label = "Add Funds", .onClick = noop}),
-                    sample("enabled, with icons",
-                           ToviButton{.label = "Add Card", .leftIcon = plus, .rightIcon = chevron, .onClick = noop}),
-                    sample("pressed", Node(ToviButton{.label = "Add Funds", .onClick = noop}).pressed()),
-                    sample("disabled", ToviButton{.label = "Add Funds", .enabled = false, .onClick = noop}),
-                    sample("loading", ToviButton{.label = "Add Funds", .isLoading = true, .onClick = noop}),
-                    sample("corner radius 8 asked, 16 drawn",
-                           ToviButton{.label = "Reload", .cornerRadius = 8, .onClick = noop}),
-                    sample("dark, own colours",
-                           ToviButton{.label = "Pay", .backgroundColor = ds().colors.buttons.dark, .onClick = noop})});
+    return section(
+        "ToviButton",
+        {sample("enabled", ToviButton{.label = "Add Funds", .onClick = noop}),
+         sample("enabled, with icons",
+                ToviButton{.label = "Add Card", .leftIcon = plus, .rightIcon = chevron, .onClick = noop}),
+         sample("pressed", Node(ToviButton{.label = "Add Funds", .onClick = noop}).pressed()),
+         sample("disabled", ToviButton{.label = "Add Funds", .enabled = false, .onClick = noop}),
+         sample("loading", ToviButton{.label = "Add Funds", .isLoading = true, .onClick = noop}),
+         sample("corner radius 8 asked, 16 drawn", ToviButton{.label = "Reload", .cornerRadius = 8, .onClick = noop}),
+         sample("dark, own colours",
+                ToviButton{.label = "Pay", .backgroundColor = ds().colors.buttons.dark, .onClick = noop})});
 }
 
 Node actionViews() {
@@ -92,12 +95,11 @@ Node actionViews() {
     return section(
         "ToviActionView",
         {sample("label only", ToviActionView{.label = "Add Payment Method", .onClick = noop}),
-         sample("icon, subtitle and end slot",
-                ToviActionView{.icon = autopay,
-                               .label = "Auto Reload",
-                               .subtitle = "When balance falls below $10",
-                               .endSlot = [] { return caption("Off"); },
-                               .onClick = noop}),
+         sample("icon, subtitle and end slot", ToviActionView{.icon = autopay,
+                                                              .label = "Auto Reload",
+                                                              .subtitle = "When balance falls below $10",
+                                                              .endSlot = [] { return caption("Off"); },
+                                                              .onClick = noop}),
          sample("pressed", Node(ToviActionView{.icon = ToviImage{ToviImageSource::wallet, RenderingMode::templated},
                                                .label = "Manage Cards",
                                                .onClick = noop})
@@ -107,10 +109,10 @@ Node actionViews() {
 Node alerts() {
     return section(
         "AlertView",
-        {sample("bonus, arrow up", AlertView{{"Earn 5% back", "On every reload this month", AlertViewType::bonus,
-                                              AlertShape::upArrow}}),
-         sample("bonus, arrow down", AlertView{{"Earn 5% back", "On every reload this month", AlertViewType::bonus,
-                                                AlertShape::downArrow}}),
+        {sample("bonus, arrow up",
+                AlertView{{"Earn 5% back", "On every reload this month", AlertViewType::bonus, AlertShape::upArrow}}),
+         sample("bonus, arrow down",
+                AlertView{{"Earn 5% back", "On every reload this month", AlertViewType::bonus, AlertShape::downArrow}}),
          sample("alert, arrow up",
                 AlertView{{"Low balance", "Reload to keep paying", AlertViewType::alert, AlertShape::upArrow}}),
          sample("alert, arrow down, one line",

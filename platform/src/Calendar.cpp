@@ -34,7 +34,9 @@ std::optional<Calendar::TimePoint> timeOf(icu::Calendar& calendar) {
 
 }  // namespace
 
-Calendar Calendar::current() { return Calendar(currentTimeZone()); }
+Calendar Calendar::current() {
+    return Calendar(currentTimeZone());
+}
 
 std::optional<Calendar> Calendar::inTimeZone(std::string_view timeZoneId) {
     if (!isKnownTimeZone(timeZoneId)) return std::nullopt;

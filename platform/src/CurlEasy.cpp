@@ -9,7 +9,8 @@ namespace {
 
 std::string_view trim(std::string_view s) {
     while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-    while (!s.empty() && (s.back() == ' ' || s.back() == '\t' || s.back() == '\r' || s.back() == '\n')) s.remove_suffix(1);
+    while (!s.empty() && (s.back() == ' ' || s.back() == '\t' || s.back() == '\r' || s.back() == '\n'))
+        s.remove_suffix(1);
     return s;
 }
 
@@ -41,7 +42,8 @@ size_t onHeader(char* data, size_t size, size_t count, void* user) {
     }
     const auto colon = content.find(':');
     if (colon == std::string_view::npos) return line.size();
-    sink.response.headers.add(std::string(trim(content.substr(0, colon))), std::string(trim(content.substr(colon + 1))));
+    sink.response.headers.add(std::string(trim(content.substr(0, colon))),
+                              std::string(trim(content.substr(colon + 1))));
     return line.size();
 }
 
@@ -66,15 +68,23 @@ HttpError httpErrorFromCurl(CURLcode code, const char* detail) {
     HttpErrorCode mapped = HttpErrorCode::other;
     switch (code) {
         case CURLE_UNSUPPORTED_PROTOCOL:
-        case CURLE_URL_MALFORMAT: mapped = HttpErrorCode::invalidUrl; break;
+        case CURLE_URL_MALFORMAT:
+            mapped = HttpErrorCode::invalidUrl;
+            break;
         case CURLE_COULDNT_RESOLVE_PROXY:
         case CURLE_COULDNT_RESOLVE_HOST:
-        case CURLE_COULDNT_CONNECT: mapped = HttpErrorCode::cannotConnect; break;
-        case CURLE_OPERATION_TIMEDOUT: mapped = HttpErrorCode::timedOut; break;
+        case CURLE_COULDNT_CONNECT:
+            mapped = HttpErrorCode::cannotConnect;
+            break;
+        case CURLE_OPERATION_TIMEDOUT:
+            mapped = HttpErrorCode::timedOut;
+            break;
         case CURLE_PARTIAL_FILE:
         case CURLE_RECV_ERROR:
         case CURLE_SEND_ERROR:
-        case CURLE_GOT_NOTHING: mapped = HttpErrorCode::connectionLost; break;
+        case CURLE_GOT_NOTHING:
+            mapped = HttpErrorCode::connectionLost;
+            break;
         case CURLE_SSL_CONNECT_ERROR:
         case CURLE_PEER_FAILED_VERIFICATION:
         case CURLE_SSL_CERTPROBLEM:
@@ -88,9 +98,14 @@ HttpError httpErrorFromCurl(CURLcode code, const char* detail) {
         case CURLE_SSL_INVALIDCERTSTATUS:
         case CURLE_SSL_CRL_BADFILE:
         case CURLE_SSL_SHUTDOWN_FAILED:
-        case CURLE_USE_SSL_FAILED: mapped = HttpErrorCode::tls; break;
-        case CURLE_TOO_MANY_REDIRECTS: mapped = HttpErrorCode::tooManyRedirects; break;
-        default: break;
+        case CURLE_USE_SSL_FAILED:
+            mapped = HttpErrorCode::tls;
+            break;
+        case CURLE_TOO_MANY_REDIRECTS:
+            mapped = HttpErrorCode::tooManyRedirects;
+            break;
+        default:
+            break;
     }
     std::string message = (detail != nullptr && *detail != '\0') ? detail : curl_easy_strerror(code);
     return HttpError{mapped, std::move(message), static_cast<int>(code)};
@@ -101,12 +116,14 @@ std::optional<HttpError> validateUrl(const std::string& url) {
     const CURLUcode rc = curl_url_set(parsed, CURLUPART_URL, url.c_str(), 0);
     std::optional<HttpError> error;
     if (rc != CURLUE_OK) {
-        error = HttpError{HttpErrorCode::invalidUrl, "invalid URL: " + std::string(curl_url_strerror(rc)), static_cast<int>(rc)};
+        error = HttpError{HttpErrorCode::invalidUrl, "invalid URL: " + std::string(curl_url_strerror(rc)),
+                          static_cast<int>(rc)};
     } else {
         char* scheme = nullptr;
         if (curl_url_get(parsed, CURLUPART_SCHEME, &scheme, 0) == CURLUE_OK) {
             const std::string_view s(scheme);
-            if (s != "http" && s != "https") error = HttpError{HttpErrorCode::invalidUrl, "unsupported scheme: " + std::string(s), 0};
+            if (s != "http" && s != "https")
+                error = HttpError{HttpErrorCode::invalidUrl, "unsupported scheme: " + std::string(s), 0};
             curl_free(scheme);
         }
     }
@@ -168,4 +185,3 @@ curl_slist* configureEasy(CURL* easy, const HttpRequest& request, AttemptSink& s
 }
 
 }  // namespace platform::http_internal
-

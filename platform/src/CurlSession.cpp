@@ -40,7 +40,9 @@ public:
     ~Engine();
     Engine(const Engine&) = delete;
     Engine& operator=(const Engine&) = delete;
-    void start() { ioThread_ = std::thread([this] { ioLoop(); }); }
+    void start() {
+        ioThread_ = std::thread([this] { ioLoop(); });
+    }
     void shutdown();
 
     void submit(std::shared_ptr<CurlTask> task);
@@ -116,9 +118,7 @@ public:
     [[nodiscard]] const HttpRequest& request() const { return request_; }
 
 protected:
-    void onResume() override {
-        engine_->submit(std::static_pointer_cast<CurlTask>(shared_from_this()));
-    }
+    void onResume() override { engine_->submit(std::static_pointer_cast<CurlTask>(shared_from_this())); }
     void onCancel() override { engine_->cancel(taskIdentifier()); }
 
 private:
@@ -222,8 +222,12 @@ void CurlSession::Engine::ioHandle(Command& command, bool stopping) {
                 ioStart(std::move(command.task));
             }
             break;
-        case Command::cancel: ioRelease(command.id); break;
-        case Command::answer: ioAnswer(command.id, command.reply); break;
+        case Command::cancel:
+            ioRelease(command.id);
+            break;
+        case Command::answer:
+            ioAnswer(command.id, command.reply);
+            break;
     }
 }
 
@@ -252,7 +256,8 @@ void CurlSession::Engine::ioAttempt(Transfer& transfer) {
     curl_slist_free_all(transfer.headerList);
     transfer.sink.response = HttpResponse{};
     transfer.sink.errorBuffer[0] = '\0';
-    transfer.headerList = configureEasy(transfer.easy, transfer.task->request(), transfer.sink, transfer.auth, &transfer);
+    transfer.headerList =
+        configureEasy(transfer.easy, transfer.task->request(), transfer.sink, transfer.auth, &transfer);
     curl_multi_add_handle(multi_, transfer.easy);
     transfer.inMulti = true;
 }
@@ -332,12 +337,16 @@ void CurlSession::Engine::ioAnswer(std::uint64_t id, const ChallengeAnswer& answ
                 ioDeliver(transfer, transfer.sink.response);
             }
             break;
-        case ChallengeDisposition::performDefaultHandling: ioDefaultHandling(transfer); break;
+        case ChallengeDisposition::performDefaultHandling:
+            ioDefaultHandling(transfer);
+            break;
         case ChallengeDisposition::cancel:
             transfer.task->cancel();  // delivers `cancelled`; its release command finds nothing left
             ioRelease(id);
             break;
-        case ChallengeDisposition::rejectProtectionSpace: ioDeliver(transfer, transfer.sink.response); break;
+        case ChallengeDisposition::rejectProtectionSpace:
+            ioDeliver(transfer, transfer.sink.response);
+            break;
     }
 }
 
@@ -378,17 +387,25 @@ void CurlSession::Engine::ioRelease(std::uint64_t id) {
     transfers_.erase(found);
 }
 
-CurlSession::CurlSession() : engine_(std::make_shared<Engine>()) { engine_->start(); }
+CurlSession::CurlSession() : engine_(std::make_shared<Engine>()) {
+    engine_->start();
+}
 
-CurlSession::~CurlSession() { engine_->shutdown(); }
+CurlSession::~CurlSession() {
+    engine_->shutdown();
+}
 
 std::shared_ptr<DataTask> CurlSession::dataTask(HttpRequest request, HttpCompletion completion) {
     return std::make_shared<CurlTask>(engine_, engine_->nextIdentifier(), std::move(request), std::move(completion));
 }
 
-void CurlSession::setChallengeHandler(ChallengeHandler handler) { engine_->setChallengeHandler(std::move(handler)); }
+void CurlSession::setChallengeHandler(ChallengeHandler handler) {
+    engine_->setChallengeHandler(std::move(handler));
+}
 
-Executor& CurlSession::delegateQueue() { return engine_->delegate(); }
+Executor& CurlSession::delegateQueue() {
+    return engine_->delegate();
+}
 
 HttpSession& sharedHttpSession() {
     // Deliberately never destroyed: tasks may still be running while static objects are

@@ -13,7 +13,9 @@ namespace platform {
 
 namespace {
 
-bool isAsciiLetter(char16_t c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'); }
+bool isAsciiLetter(char16_t c) {
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
+}
 
 // ICU formats an unknown letter as nothing and an unterminated quote as literal text; both are
 // almost always a typo in the pattern, so they are refused up front.
@@ -77,7 +79,8 @@ std::expected<DateFormatter, DateFormatterError> DateFormatter::make(std::string
     impl->timeZone = options.timeZone.value_or(currentTimeZone());
     std::unique_ptr<icu::TimeZone> zone = internal::makeTimeZone(impl->timeZone);
     if (!zone) {
-        return std::unexpected(DateFormatterError{Code::unknownTimeZone, "unknown time zone \"" + impl->timeZone + "\""});
+        return std::unexpected(
+            DateFormatterError{Code::unknownTimeZone, "unknown time zone \"" + impl->timeZone + "\""});
     }
 
     const icu::Locale icuLocale = internal::makeLocale(impl->locale);

@@ -5,7 +5,9 @@
 namespace platform {
 
 namespace {
-char lowerAscii(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
+char lowerAscii(char c) {
+    return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
+}
 }  // namespace
 
 bool equalsIgnoringCase(std::string_view a, std::string_view b) {
@@ -33,22 +35,27 @@ std::vector<std::string> HttpHeaders::getAll(std::string_view name) const {
 }
 
 bool HttpHeaders::contains(std::string_view name) const {
-    return std::any_of(fields_.begin(), fields_.end(), [&](const Field& f) { return equalsIgnoringCase(f.first, name); });
+    return std::any_of(fields_.begin(), fields_.end(),
+                       [&](const Field& f) { return equalsIgnoringCase(f.first, name); });
 }
 
 void HttpHeaders::set(std::string name, std::string value) {
-    auto first = std::find_if(fields_.begin(), fields_.end(), [&](const Field& f) { return equalsIgnoringCase(f.first, name); });
+    auto first =
+        std::find_if(fields_.begin(), fields_.end(), [&](const Field& f) { return equalsIgnoringCase(f.first, name); });
     if (first == fields_.end()) {
         fields_.emplace_back(std::move(name), std::move(value));
         return;
     }
     const auto index = first - fields_.begin();
-    fields_.erase(std::remove_if(first + 1, fields_.end(), [&](const Field& f) { return equalsIgnoringCase(f.first, name); }),
-                  fields_.end());
+    fields_.erase(
+        std::remove_if(first + 1, fields_.end(), [&](const Field& f) { return equalsIgnoringCase(f.first, name); }),
+        fields_.end());
     fields_[index] = Field{std::move(name), std::move(value)};
 }
 
-void HttpHeaders::add(std::string name, std::string value) { fields_.emplace_back(std::move(name), std::move(value)); }
+void HttpHeaders::add(std::string name, std::string value) {
+    fields_.emplace_back(std::move(name), std::move(value));
+}
 
 std::size_t HttpHeaders::remove(std::string_view name) {
     const auto before = fields_.size();
@@ -58,14 +65,22 @@ std::size_t HttpHeaders::remove(std::string_view name) {
 
 std::string_view toString(HttpErrorCode code) {
     switch (code) {
-        case HttpErrorCode::invalidUrl: return "invalidUrl";
-        case HttpErrorCode::cannotConnect: return "cannotConnect";
-        case HttpErrorCode::timedOut: return "timedOut";
-        case HttpErrorCode::cancelled: return "cancelled";
-        case HttpErrorCode::connectionLost: return "connectionLost";
-        case HttpErrorCode::tls: return "tls";
-        case HttpErrorCode::tooManyRedirects: return "tooManyRedirects";
-        case HttpErrorCode::other: return "other";
+        case HttpErrorCode::invalidUrl:
+            return "invalidUrl";
+        case HttpErrorCode::cannotConnect:
+            return "cannotConnect";
+        case HttpErrorCode::timedOut:
+            return "timedOut";
+        case HttpErrorCode::cancelled:
+            return "cancelled";
+        case HttpErrorCode::connectionLost:
+            return "connectionLost";
+        case HttpErrorCode::tls:
+            return "tls";
+        case HttpErrorCode::tooManyRedirects:
+            return "tooManyRedirects";
+        case HttpErrorCode::other:
+            return "other";
     }
     return "other";
 }

@@ -7,7 +7,9 @@ namespace platform::http_internal {
 
 namespace {
 
-bool isSpace(char c) { return c == ' ' || c == '\t'; }
+bool isSpace(char c) {
+    return c == ' ' || c == '\t';
+}
 
 struct Scanner {
     std::string_view text;

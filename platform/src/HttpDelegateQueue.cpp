@@ -6,7 +6,9 @@ namespace platform::http_internal {
 
 HttpDelegateQueue::HttpDelegateQueue() : thread_([this] { run(); }) {}
 
-HttpDelegateQueue::~HttpDelegateQueue() { shutdown(); }
+HttpDelegateQueue::~HttpDelegateQueue() {
+    shutdown();
+}
 
 void HttpDelegateQueue::post(Task task) {
     bool wasEmpty = false;
@@ -34,7 +36,9 @@ void HttpDelegateQueue::postAfter(std::chrono::milliseconds delay, Task task) {
     wake_.notify_one();
 }
 
-bool HttpDelegateQueue::isCurrent() const { return std::this_thread::get_id() == thread_.get_id(); }
+bool HttpDelegateQueue::isCurrent() const {
+    return std::this_thread::get_id() == thread_.get_id();
+}
 
 void HttpDelegateQueue::shutdown() {
     {

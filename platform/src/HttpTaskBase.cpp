@@ -7,7 +7,9 @@ namespace platform::http_internal {
 HttpTaskBase::HttpTaskBase(std::uint64_t identifier, HttpCompletion completion, Executor* executor)
     : identifier_(identifier), completion_(std::move(completion)), executor_(executor) {}
 
-HttpError cancelledError() { return HttpError{HttpErrorCode::cancelled, "cancelled", 0}; }
+HttpError cancelledError() {
+    return HttpError{HttpErrorCode::cancelled, "cancelled", 0};
+}
 
 void HttpTaskBase::resume() {
     auto expected = HttpTaskState::suspended;
@@ -27,7 +29,9 @@ bool HttpTaskBase::complete(HttpResult result) {
     return true;
 }
 
-bool HttpTaskBase::claim() { return !finished_.exchange(true, std::memory_order_acq_rel); }
+bool HttpTaskBase::claim() {
+    return !finished_.exchange(true, std::memory_order_acq_rel);
+}
 
 void HttpTaskBase::deliver(HttpResult result) {
     // Only the claimant gets here, so the completion is touched by one thread only.

@@ -31,7 +31,8 @@ std::optional<std::chrono::system_clock::time_point> fromUDate(double udate) {
     // at today's dates would otherwise lose a few hundred nanoseconds.
     const double whole = std::floor(udate);
     const auto millis = std::chrono::milliseconds(static_cast<std::int64_t>(whole));
-    const auto rest = std::chrono::round<system_clock::duration>(std::chrono::duration<double, std::milli>(udate - whole));
+    const auto rest =
+        std::chrono::round<system_clock::duration>(std::chrono::duration<double, std::milli>(udate - whole));
     return system_clock::time_point(std::chrono::duration_cast<system_clock::duration>(millis) + rest);
 }
 

@@ -73,7 +73,9 @@ bool setCurrentTimeZone(std::string_view timeZoneId) {
     return true;
 }
 
-bool isKnownTimeZone(std::string_view timeZoneId) { return internal::makeTimeZone(timeZoneId) != nullptr; }
+bool isKnownTimeZone(std::string_view timeZoneId) {
+    return internal::makeTimeZone(timeZoneId) != nullptr;
+}
 
 ScopedLocale::ScopedLocale(std::string_view localeId, std::string_view timeZoneId)
     : previousLocale_(currentLocale()), previousTimeZone_(currentTimeZone()) {

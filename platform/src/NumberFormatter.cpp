@@ -18,7 +18,9 @@ namespace {
 // ICU accepts up to 999; nothing sensible needs more than this.
 constexpr int kMaxFractionDigits = 100;
 
-int clampDigits(int digits) { return std::clamp(digits, 0, kMaxFractionDigits); }
+int clampDigits(int digits) {
+    return std::clamp(digits, 0, kMaxFractionDigits);
+}
 
 }  // namespace
 
@@ -116,9 +118,13 @@ NumberFormatter& NumberFormatter::operator=(const NumberFormatter& other) {
 NumberFormatter::NumberFormatter(NumberFormatter&& other) noexcept = default;
 NumberFormatter& NumberFormatter::operator=(NumberFormatter&& other) noexcept = default;
 
-NumberFormatter::Style NumberFormatter::style() const { return impl_->style; }
+NumberFormatter::Style NumberFormatter::style() const {
+    return impl_->style;
+}
 
-std::string NumberFormatter::locale() const { return impl_->locale; }
+std::string NumberFormatter::locale() const {
+    return impl_->locale;
+}
 
 void NumberFormatter::setLocale(std::string_view localeId) {
     std::lock_guard lock(impl_->mutex);

@@ -12,9 +12,7 @@ public:
         : HttpTaskBase(id, std::move(completion), owner.executor_), owner_(owner), request_(std::move(request)) {}
 
 protected:
-    void onResume() override {
-        owner_.started(std::static_pointer_cast<RecordedTask>(shared_from_this()), request_);
-    }
+    void onResume() override { owner_.started(std::static_pointer_cast<RecordedTask>(shared_from_this()), request_); }
     void onCancel() override { owner_.cancelled(taskIdentifier()); }
 
 private:

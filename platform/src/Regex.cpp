@@ -51,9 +51,11 @@ std::expected<Regex, RegexError> Regex::compile(std::u16string_view pattern, con
     const icu::UnicodeString source = internal::toIcu(pattern);
     UParseError parseError{};
     UErrorCode status = U_ZERO_ERROR;
-    std::unique_ptr<icu::RegexPattern> compiled(icu::RegexPattern::compile(source, icuFlags(options), parseError, status));
+    std::unique_ptr<icu::RegexPattern> compiled(
+        icu::RegexPattern::compile(source, icuFlags(options), parseError, status));
     if (U_FAILURE(status) || !compiled) {
-        return std::unexpected(RegexError{u_errorName(status), static_cast<std::size_t>(std::max(parseError.offset, 0))});
+        return std::unexpected(
+            RegexError{u_errorName(status), static_cast<std::size_t>(std::max(parseError.offset, 0))});
     }
     auto made = std::make_shared<Compiled>();
     made->pattern = utf16ToUtf8(pattern);
@@ -66,9 +68,13 @@ std::expected<Regex, RegexError> Regex::compile(std::string_view pattern, const 
     return compile(std::u16string_view(utf8ToUtf16(pattern)), options);
 }
 
-const std::string& Regex::pattern() const { return compiled_->pattern; }
+const std::string& Regex::pattern() const {
+    return compiled_->pattern;
+}
 
-const RegexOptions& Regex::options() const { return compiled_->options; }
+const RegexOptions& Regex::options() const {
+    return compiled_->options;
+}
 
 std::size_t Regex::captureGroupCount() const {
     UErrorCode status = U_ZERO_ERROR;
@@ -114,7 +120,9 @@ bool Regex::search(std::u16string_view text) const {
     return U_SUCCESS(status) && found;
 }
 
-bool Regex::search(std::string_view text) const { return search(std::u16string_view(utf8ToUtf16(text))); }
+bool Regex::search(std::string_view text) const {
+    return search(std::u16string_view(utf8ToUtf16(text)));
+}
 
 bool Regex::matchesWhole(std::u16string_view text) const {
     const icu::UnicodeString input = alias(text);
@@ -125,7 +133,9 @@ bool Regex::matchesWhole(std::u16string_view text) const {
     return U_SUCCESS(status) && matched;
 }
 
-bool Regex::matchesWhole(std::string_view text) const { return matchesWhole(std::u16string_view(utf8ToUtf16(text))); }
+bool Regex::matchesWhole(std::string_view text) const {
+    return matchesWhole(std::u16string_view(utf8ToUtf16(text)));
+}
 
 std::u16string Regex::replaceAll(std::u16string_view text, Utf16Range range,
                                  std::u16string_view replacementTemplate) const {

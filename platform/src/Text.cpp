@@ -115,9 +115,13 @@ std::size_t utf16Length(std::string_view utf8) {
     return units;
 }
 
-std::size_t characterCount(std::u16string_view utf16) { return characterBoundaries(utf16).size() - 1; }
+std::size_t characterCount(std::u16string_view utf16) {
+    return characterBoundaries(utf16).size() - 1;
+}
 
-std::size_t characterCount(std::string_view utf8) { return characterCount(utf8ToUtf16(utf8)); }
+std::size_t characterCount(std::string_view utf8) {
+    return characterCount(utf8ToUtf16(utf8));
+}
 
 std::vector<std::string> characters(std::string_view utf8) {
     const std::u16string utf16 = utf8ToUtf16(utf8);

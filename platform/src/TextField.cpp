@@ -18,14 +18,18 @@ TextField::~TextField() {
     }
 }
 
-std::optional<std::string> TextField::readText() const { return storedText(); }
+std::optional<std::string> TextField::readText() const {
+    return storedText();
+}
 
 void TextField::writeText(std::optional<std::string> text) {
     storage_ = text ? utf8ToUtf16(*text) : std::u16string();
     selection_ = TextRange{storage_.size(), 0};
 }
 
-std::string TextField::storedText() const { return utf16ToUtf8(storage_); }
+std::string TextField::storedText() const {
+    return utf16ToUtf8(storage_);
+}
 
 void TextField::insertTextHook(std::string_view text) {
     replaceAsUser(selection_, utf8ToUtf16(text));
@@ -39,7 +43,8 @@ void TextField::deleteBackwardHook() {
         }
         // The last user-perceived character before the caret: an emoji with its modifiers or
         // a letter with its combining marks goes as one.
-        const std::vector<std::string> before = characters(utf16ToUtf8(std::u16string_view(storage_).substr(0, range.location)));
+        const std::vector<std::string> before =
+            characters(utf16ToUtf8(std::u16string_view(storage_).substr(0, range.location)));
         const std::size_t width = before.empty() ? range.location : utf16Length(before.back());
         range = TextRange{range.location - width, width};
     }
@@ -120,9 +125,13 @@ std::optional<TextRange> TextField::textRange(std::size_t from, std::size_t to) 
     return TextRange{low, high - low};
 }
 
-bool TextField::isFirstResponder() const { return gFirstResponder == this; }
+bool TextField::isFirstResponder() const {
+    return gFirstResponder == this;
+}
 
-TextField* TextField::currentFirstResponder() { return gFirstResponder; }
+TextField* TextField::currentFirstResponder() {
+    return gFirstResponder;
+}
 
 bool TextField::becomeFirstResponder() {
     if (isFirstResponder()) {
@@ -210,10 +219,14 @@ bool TextField::isRightViewVisible() const {
         return false;
     }
     switch (rightViewMode_) {
-        case ViewMode::never: return false;
-        case ViewMode::whileEditing: return isEditing();
-        case ViewMode::unlessEditing: return !isEditing();
-        case ViewMode::always: return true;
+        case ViewMode::never:
+            return false;
+        case ViewMode::whileEditing:
+            return isEditing();
+        case ViewMode::unlessEditing:
+            return !isEditing();
+        case ViewMode::always:
+            return true;
     }
     return false;
 }

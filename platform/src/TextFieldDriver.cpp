@@ -12,7 +12,9 @@ bool TextFieldDriver::tap() {
     return focused;
 }
 
-bool TextFieldDriver::ensureFocus() { return field_.isFirstResponder() || tap(); }
+bool TextFieldDriver::ensureFocus() {
+    return field_.isFirstResponder() || tap();
+}
 
 void TextFieldDriver::type(std::string_view text) {
     if (!ensureFocus()) {
@@ -40,7 +42,9 @@ void TextFieldDriver::deleteBackward(std::size_t times) {
     }
 }
 
-bool TextFieldDriver::leave() { return field_.resignFirstResponder(); }
+bool TextFieldDriver::leave() {
+    return field_.resignFirstResponder();
+}
 
 bool TextFieldDriver::tapRightView() {
     const auto& view = field_.rightView();

@@ -20,8 +20,7 @@ constexpr std::array<std::uint8_t, 128> buildTable() {
     auto add = [&table](std::string_view chars, std::uint8_t bits) {
         for (char c : chars) table[static_cast<unsigned char>(c)] |= bits;
     };
-    constexpr std::string_view alnum =
-        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
+    constexpr std::string_view alnum = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
     constexpr std::uint8_t all = kUser | kPassword | kHost | kPath | kQuery | kQueryItem | kFragment;
     add(alnum, all);
     add("-._~!$'()*+,", all);
@@ -37,13 +36,20 @@ constexpr auto kTable = buildTable();
 
 std::uint8_t bitFor(UrlCharacterSet set) {
     switch (set) {
-        case UrlCharacterSet::user: return kUser;
-        case UrlCharacterSet::password: return kPassword;
-        case UrlCharacterSet::host: return kHost;
-        case UrlCharacterSet::path: return kPath;
-        case UrlCharacterSet::query: return kQuery;
-        case UrlCharacterSet::queryItem: return kQueryItem;
-        case UrlCharacterSet::fragment: return kFragment;
+        case UrlCharacterSet::user:
+            return kUser;
+        case UrlCharacterSet::password:
+            return kPassword;
+        case UrlCharacterSet::host:
+            return kHost;
+        case UrlCharacterSet::path:
+            return kPath;
+        case UrlCharacterSet::query:
+            return kQuery;
+        case UrlCharacterSet::queryItem:
+            return kQueryItem;
+        case UrlCharacterSet::fragment:
+            return kFragment;
     }
     return 0;
 }
@@ -61,11 +67,21 @@ bool isValidUtf8(std::string_view s) {
         auto c = static_cast<unsigned char>(s[i]);
         std::size_t extra = 0;
         std::uint32_t cp = 0;
-        if (c < 0x80) { ++i; continue; }
-        if ((c & 0xE0) == 0xC0) { extra = 1; cp = c & 0x1F; }
-        else if ((c & 0xF0) == 0xE0) { extra = 2; cp = c & 0x0F; }
-        else if ((c & 0xF8) == 0xF0) { extra = 3; cp = c & 0x07; }
-        else return false;
+        if (c < 0x80) {
+            ++i;
+            continue;
+        }
+        if ((c & 0xE0) == 0xC0) {
+            extra = 1;
+            cp = c & 0x1F;
+        } else if ((c & 0xF0) == 0xE0) {
+            extra = 2;
+            cp = c & 0x0F;
+        } else if ((c & 0xF8) == 0xF0) {
+            extra = 3;
+            cp = c & 0x07;
+        } else
+            return false;
         if (i + extra >= s.size()) return false;
         for (std::size_t k = 1; k <= extra; ++k) {
             auto cc = static_cast<unsigned char>(s[i + k]);
@@ -97,8 +113,8 @@ bool validComponent(std::string_view text, UrlCharacterSet set) {
 bool validScheme(std::string_view s) {
     if (s.empty() || !((s[0] >= 'a' && s[0] <= 'z') || (s[0] >= 'A' && s[0] <= 'Z'))) return false;
     for (char c : s) {
-        bool ok = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '+' ||
-                  c == '-' || c == '.';
+        bool ok = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '+' || c == '-' ||
+                  c == '.';
         if (!ok) return false;
     }
     return true;
@@ -234,7 +250,9 @@ std::string Url::string() const {
     return out;
 }
 
-std::string Url::path() const { return percentDecode(path_).value_or(path_); }
+std::string Url::path() const {
+    return percentDecode(path_).value_or(path_);
+}
 
 std::optional<std::string> Url::query() const {
     if (!query_) return std::nullopt;

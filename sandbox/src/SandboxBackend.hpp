@@ -75,8 +75,8 @@ private:
                 std::move_only_function<ToviResult<T>()> work);
 
     void record(SandboxOperation operation, SandboxEvent::Kind kind);
-    std::string newId(std::string_view prefix);          // REQUIRES: mutex_ held
-    std::string randomBytes(std::size_t count);          // REQUIRES: mutex_ held
+    std::string newId(std::string_view prefix);                                      // REQUIRES: mutex_ held
+    std::string randomBytes(std::size_t count);                                      // REQUIRES: mutex_ held
     std::optional<ToviApiError> checkCustomer(const std::string& customerId) const;  // REQUIRES: mutex_ held
     ToviSharedPaymentMethod saveCard(ToviSharedCard card);
 

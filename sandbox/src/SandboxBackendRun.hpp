@@ -14,7 +14,9 @@
 
 namespace tovi::sandbox::internal {
 
-inline std::size_t indexOf(SandboxOperation operation) { return static_cast<std::size_t>(operation); }
+inline std::size_t indexOf(SandboxOperation operation) {
+    return static_cast<std::size_t>(operation);
+}
 
 inline ToviApiError apiError(std::string message, std::string detail) {
     return ToviApiError{.humanReadableMessage = std::move(message), .detail = std::move(detail)};
@@ -64,9 +66,8 @@ void SandboxBackend::run(SandboxOperation operation, ToviCall call, ToviCompleti
         });
     };
 
-    call.cancellation.onCancel([settle] {
-        settle(platform::failure(apiError("The request was cancelled.", "cancelled")));
-    });
+    call.cancellation.onCancel(
+        [settle] { settle(platform::failure(apiError("The request was cancelled.", "cancelled"))); });
 
     auto fire = [pending, settle, scriptedFailure, operation, work = std::move(work)]() mutable {
         if (pending->settled) return;

@@ -15,15 +15,24 @@ struct PrefixRange {
 
 // First match wins, so the narrower ranges stand before the wider ones they overlap.
 constexpr std::array<PrefixRange, 19> kPrefixes{{
-    {"34", "34", "amex"},          {"37", "37", "amex"},
-    {"4026", "4026", "visa electron"}, {"417500", "417500", "visa electron"},
-    {"4508", "4508", "visa electron"}, {"4844", "4844", "visa electron"},
-    {"4913", "4913", "visa electron"}, {"4917", "4917", "visa electron"},
-    {"4", "4", "visa"},            {"51", "55", "mastercard"},
-    {"2221", "2720", "mastercard"}, {"5018", "5018", "maestro"},
-    {"5020", "5020", "maestro"},   {"5038", "5038", "maestro"},
-    {"6304", "6304", "maestro"},   {"6011", "6011", "discover"},
-    {"644", "659", "discover"},    {"300", "305", "diners"},
+    {"34", "34", "amex"},
+    {"37", "37", "amex"},
+    {"4026", "4026", "visa electron"},
+    {"417500", "417500", "visa electron"},
+    {"4508", "4508", "visa electron"},
+    {"4844", "4844", "visa electron"},
+    {"4913", "4913", "visa electron"},
+    {"4917", "4917", "visa electron"},
+    {"4", "4", "visa"},
+    {"51", "55", "mastercard"},
+    {"2221", "2720", "mastercard"},
+    {"5018", "5018", "maestro"},
+    {"5020", "5020", "maestro"},
+    {"5038", "5038", "maestro"},
+    {"6304", "6304", "maestro"},
+    {"6011", "6011", "discover"},
+    {"644", "659", "discover"},
+    {"300", "305", "diners"},
     {"36", "36", "diners"},
 }};
 

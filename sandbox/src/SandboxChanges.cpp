@@ -33,8 +33,8 @@ void SandboxBackend::addBalance(ToviSharedAddBalanceRequest request, ToviCall ca
                 return platform::failure(unknownPaymentMethod(request.toviPaymentMethodId));
             }
             if (request.amount <= 0) {
-                return platform::failure(apiError("Enter an amount greater than zero.",
-                                                  fmt::format("sandbox: amount {}", request.amount)));
+                return platform::failure(
+                    apiError("Enter an amount greater than zero.", fmt::format("sandbox: amount {}", request.amount)));
             }
             // A preset's promotion is credited on top, as its own history row.
             std::int32_t bonus = 0;
@@ -55,8 +55,7 @@ void SandboxBackend::setAutoReloadConfiguration(ToviSharedAutoReloadConfiguratio
                                                 ToviCompletion<ToviSharedAutoReloadConfiguration> completion) {
     runNow<ToviSharedAutoReloadConfiguration>(
         SandboxOperation::setAutoReloadConfiguration, call, std::move(completion),
-        [self = shared_from_this(),
-         request = std::move(request)]() -> ToviResult<ToviSharedAutoReloadConfiguration> {
+        [self = shared_from_this(), request = std::move(request)]() -> ToviResult<ToviSharedAutoReloadConfiguration> {
             std::lock_guard lock(self->mutex_);
             auto& state = self->state_;
             if (auto error = self->checkCustomer(request.customerId)) return platform::failure(*error);
@@ -107,25 +106,25 @@ void SandboxBackend::addPaymentMethod(std::string customerId, AddPaymentMethodTy
 
 void SandboxBackend::createVirtualCard(std::string customerId, ToviCall call,
                                        ToviCompletion<ToviSharedVirtualCard> completion) {
-    runNow<ToviSharedVirtualCard>(
-        SandboxOperation::createVirtualCard, call, std::move(completion),
-        [self = shared_from_this(), customerId]() -> ToviResult<ToviSharedVirtualCard> {
-            std::lock_guard lock(self->mutex_);
-            if (auto error = self->checkCustomer(customerId)) return platform::failure(*error);
-            const auto today = std::chrono::year_month_day(
-                std::chrono::floor<std::chrono::days>(platform::clock().now()));
-            ToviSharedVirtualCard card{
-                .id = self->newId("vc_sandbox"),
-                .expMonth = fmt::format("{:02}", static_cast<unsigned>(today.month())),
-                .expYear = fmt::format("{}", static_cast<int>(today.year()) + 3),
-                .lastFour = fmt::format("{:04}", self->random_() % 10000),
-                .cardHolderName = self->state_.cardHolderName,
-                .cardNetwork = "MASTERCARD",
-                .state = "ACTIVE",
-            };
-            self->virtualCardIds_.insert(card.id);
-            return card;
-        });
+    runNow<ToviSharedVirtualCard>(SandboxOperation::createVirtualCard, call, std::move(completion),
+                                  [self = shared_from_this(), customerId]() -> ToviResult<ToviSharedVirtualCard> {
+                                      std::lock_guard lock(self->mutex_);
+                                      if (auto error = self->checkCustomer(customerId))
+                                          return platform::failure(*error);
+                                      const auto today = std::chrono::year_month_day(
+                                          std::chrono::floor<std::chrono::days>(platform::clock().now()));
+                                      ToviSharedVirtualCard card{
+                                          .id = self->newId("vc_sandbox"),
+                                          .expMonth = fmt::format("{:02}", static_cast<unsigned>(today.month())),
+                                          .expYear = fmt::format("{}", static_cast<int>(today.year()) + 3),
+                                          .lastFour = fmt::format("{:04}", self->random_() % 10000),
+                                          .cardHolderName = self->state_.cardHolderName,
+                                          .cardNetwork = "MASTERCARD",
+                                          .state = "ACTIVE",
+                                      };
+                                      self->virtualCardIds_.insert(card.id);
+                                      return card;
+                                  });
 }
 
 void SandboxBackend::provisionVirtualCard(ToviSharedProvisioningRequest request, ToviCall call,

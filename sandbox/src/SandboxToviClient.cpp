@@ -72,10 +72,9 @@ private:
 };
 
 constexpr std::array<std::string_view, kSandboxOperationCount> kOperationNames{
-    "getCustomer",       "getReloadConfig",      "getTransactions",
-    "addBalance",        "addPaymentMethod",     "createVirtualCard",
-    "provisionVirtualCard", "setAutoReloadConfiguration", "getMerchant",
-    "getCardArtUrls",    "getKorvaneApiKey",
+    "getCustomer",      "getReloadConfig",   "getTransactions",      "addBalance",
+    "addPaymentMethod", "createVirtualCard", "provisionVirtualCard", "setAutoReloadConfiguration",
+    "getMerchant",      "getCardArtUrls",    "getKorvaneApiKey",
 };
 
 }  // namespace
@@ -109,7 +108,9 @@ void SandboxToviClient::setLatency(SandboxOperation operation, std::chrono::mill
     backend_->setLatency(operation, latency);
 }
 
-void SandboxToviClient::setLatencyForAll(std::chrono::milliseconds latency) { backend_->setLatencyForAll(latency); }
+void SandboxToviClient::setLatencyForAll(std::chrono::milliseconds latency) {
+    backend_->setLatencyForAll(latency);
+}
 
 void SandboxToviClient::failNext(SandboxOperation operation, std::string humanReadableMessage, int times) {
     backend_->setFailure(operation, std::move(humanReadableMessage), times < 1 ? 0 : times);
@@ -119,13 +120,23 @@ void SandboxToviClient::failAlways(SandboxOperation operation, std::string human
     backend_->setFailure(operation, std::move(humanReadableMessage), -1);
 }
 
-void SandboxToviClient::clearFailures(SandboxOperation operation) { backend_->clearFailures(operation); }
-void SandboxToviClient::clearAllFailures() { backend_->clearAllFailures(); }
-ToviSharedCustomer SandboxToviClient::customerSnapshot() const { return backend_->customerSnapshot(); }
+void SandboxToviClient::clearFailures(SandboxOperation operation) {
+    backend_->clearFailures(operation);
+}
+void SandboxToviClient::clearAllFailures() {
+    backend_->clearAllFailures();
+}
+ToviSharedCustomer SandboxToviClient::customerSnapshot() const {
+    return backend_->customerSnapshot();
+}
 std::vector<ToviSharedTransaction> SandboxToviClient::transactionsSnapshot() const {
     return backend_->transactionsSnapshot();
 }
-std::vector<SandboxEvent> SandboxToviClient::events() const { return backend_->events(); }
-void SandboxToviClient::clearEvents() { backend_->clearEvents(); }
+std::vector<SandboxEvent> SandboxToviClient::events() const {
+    return backend_->events();
+}
+void SandboxToviClient::clearEvents() {
+    backend_->clearEvents();
+}
 
 }  // namespace tovi::sandbox

@@ -58,9 +58,9 @@ bool isLoopbackHttp(const platform::Url& url) {
 
 // Headers that belong to one hop or to the vault itself, not to the forwarded request.
 bool isVaultOrHopHeader(std::string_view name) {
-    for (std::string_view dropped : {"Host", "Content-Length", "Connection", "Transfer-Encoding", "KV-API-KEY",
-                                     "KV-PROXY-KEY", "KV-PROXY-URL", "REMOTE_ADDR", "REMOTE_PORT",
-                                     "LOCAL_ADDR", "LOCAL_PORT"}) {
+    for (std::string_view dropped :
+         {"Host", "Content-Length", "Connection", "Transfer-Encoding", "KV-API-KEY", "KV-PROXY-KEY", "KV-PROXY-URL",
+          "REMOTE_ADDR", "REMOTE_PORT", "LOCAL_ADDR", "LOCAL_PORT"}) {
         if (platform::equalsIgnoringCase(name, dropped)) return true;
     }
     return false;
@@ -239,22 +239,38 @@ SandboxVaultServer::SandboxVaultServer() : SandboxVaultServer(Options{}) {}
 SandboxVaultServer::SandboxVaultServer(Options options) : impl_(std::make_unique<Impl>(std::move(options))) {}
 SandboxVaultServer::~SandboxVaultServer() = default;
 
-std::string SandboxVaultServer::baseUrl() const { return impl_->baseUrl(); }
-int SandboxVaultServer::port() const { return impl_->port(); }
-void SandboxVaultServer::addApiKey(std::string key) { impl_->addApiKey(std::move(key)); }
+std::string SandboxVaultServer::baseUrl() const {
+    return impl_->baseUrl();
+}
+int SandboxVaultServer::port() const {
+    return impl_->port();
+}
+void SandboxVaultServer::addApiKey(std::string key) {
+    impl_->addApiKey(std::move(key));
+}
 void SandboxVaultServer::addProxyKey(std::string key, SandboxProxyHandler handler) {
     impl_->addProxyKey(std::move(key), std::move(handler));
 }
-std::vector<SandboxVaultRequest> SandboxVaultServer::receivedRequests() const { return impl_->received(); }
-std::size_t SandboxVaultServer::requestCount() const { return impl_->requestCount(); }
-void SandboxVaultServer::clearReceivedRequests() { impl_->clearReceived(); }
-std::size_t SandboxVaultServer::tokenCount() const { return impl_->tokens.size(); }
+std::vector<SandboxVaultRequest> SandboxVaultServer::receivedRequests() const {
+    return impl_->received();
+}
+std::size_t SandboxVaultServer::requestCount() const {
+    return impl_->requestCount();
+}
+void SandboxVaultServer::clearReceivedRequests() {
+    impl_->clearReceived();
+}
+std::size_t SandboxVaultServer::tokenCount() const {
+    return impl_->tokens.size();
+}
 
 void SandboxVaultServer::readMaskedNumber(std::string tokenId,
                                           std::move_only_function<void(std::optional<std::string>)> completion) {
     completion(impl_->tokens.maskedNumber(tokenId));
 }
 
-void SandboxVaultServer::stop() { impl_->stop(); }
+void SandboxVaultServer::stop() {
+    impl_->stop();
+}
 
 }  // namespace tovi::sandbox

@@ -24,8 +24,7 @@ bool allDigits(std::string_view text) {
 std::string nowIso8601() {
     const auto now = std::chrono::system_clock::now();
     const auto seconds = std::chrono::system_clock::to_time_t(now);
-    const auto millis =
-        std::chrono::duration_cast<std::chrono::milliseconds>(now.time_since_epoch()).count() % 1000;
+    const auto millis = std::chrono::duration_cast<std::chrono::milliseconds>(now.time_since_epoch()).count() % 1000;
     std::tm utc{};
     gmtime_r(&seconds, &utc);
     return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}.{:03}Z", utc.tm_year + 1900, utc.tm_mon + 1, utc.tm_mday,
@@ -95,7 +94,8 @@ SandboxVaultTokens::prepare(const anycodable::Value& request, const std::string&
     std::optional<std::string> id;
     if (const auto* given = map->find("id")) {
         const auto* text = given->get<std::string>();
-        if (!text || text->empty()) return std::unexpected(std::vector<VaultProblem>{{prefix + "id", "must be a string"}});
+        if (!text || text->empty())
+            return std::unexpected(std::vector<VaultProblem>{{prefix + "id", "must be a string"}});
         id = *text;
     }
 

@@ -212,7 +212,8 @@ TEST(AnyCodableText, DescriptionAndDebugDescription) {
         {AnyCodable(1), "1", "AnyCodable(1)"},
         {AnyCodable(1.0), "1.0", "AnyCodable(1.0)"},
         {AnyCodable(false), "false", "AnyCodable(false)"},
-        {AnyCodable::array({1, "a", Null{}, nullptr}), R"([1, "a", <null>, ()])", R"(AnyCodable([1, "a", <null>, ()]))"},
+        {AnyCodable::array({1, "a", Null{}, nullptr}), R"([1, "a", <null>, ()])",
+         R"(AnyCodable([1, "a", <null>, ()]))"},
         {AnyCodable::map({{"k", "v"}}), R"(["k": "v"])", R"(AnyCodable(["k": "v"]))"},
         {AnyCodable(Map{}), "[:]", "AnyCodable([:])"},
         {AnyCodable(Date{std::chrono::seconds(0)}), "1970-01-01 00:00:00 +0000",
@@ -232,9 +233,16 @@ TEST(AnyCodableText, FloatingValuesPrintAsThePhoneDoes) {
         const char* text;
     };
     const Case cases[] = {
-        {1.0, "1.0"},         {-0.0, "-0.0"},          {0.1, "0.1"},       {0.0001, "0.0001"},
-        {0.00001, "1e-05"},   {1e16, "1e+16"},         {123.456, "123.456"}, {1e20, "1e+20"},
-        {-2.5e-7, "-2.5e-07"}, {9007199254740992.0, "9007199254740992.0"},
+        {1.0, "1.0"},
+        {-0.0, "-0.0"},
+        {0.1, "0.1"},
+        {0.0001, "0.0001"},
+        {0.00001, "1e-05"},
+        {1e16, "1e+16"},
+        {123.456, "123.456"},
+        {1e20, "1e+20"},
+        {-2.5e-7, "-2.5e-07"},
+        {9007199254740992.0, "9007199254740992.0"},
         {std::numeric_limits<double>::infinity(), "inf"},
     };
     for (const auto& c : cases) EXPECT_EQ(doubleText(c.value), c.text) << c.value;

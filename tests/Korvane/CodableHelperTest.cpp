@@ -25,7 +25,9 @@ constexpr auto jsonCases(Level) {
     return std::array{std::pair{Level::low, std::string_view("low")}, std::pair{Level::high, std::string_view("high")},
                       std::pair{Level::unknown, std::string_view("unknown")}};
 }
-constexpr bool caseIterableDefaultsLast(Level) { return true; }
+constexpr bool caseIterableDefaultsLast(Level) {
+    return true;
+}
 
 struct Record {
     std::optional<std::string> id;
@@ -91,7 +93,8 @@ TEST_F(CodableHelperTest, FieldsAreWrittenInTableOrderAndAbsentOnesLeftOut) {
 
 TEST_F(CodableHelperTest, AlwaysWrittenFieldGoesOutAsNullWhenAbsent) {
     EXPECT_EQ(*compact_.encode(CreateRequest{}), R"({"data":null})");
-    EXPECT_EQ(*compact_.encode(CreateRequest{"card", AnyCodable::map({{"n", 1}})}), R"({"type":"card","data":{"n":1}})");
+    EXPECT_EQ(*compact_.encode(CreateRequest{"card", AnyCodable::map({{"n", 1}})}),
+              R"({"type":"card","data":{"n":1}})");
 }
 
 TEST_F(CodableHelperTest, RoundTripOfEveryFieldKind) {
@@ -225,14 +228,28 @@ TEST_F(CodableHelperTest, DateShortcutAgreesWithTheThreeStepRead) {
         return std::nullopt;
     };
     const char* texts[] = {
-        "2024-01-15T12:00:00.123Z",      "2024-02-29T23:59:59.999Z",      "2023-02-29T00:00:00.000Z" /* no leap day */,
-        "2024-04-31T00:00:00.000Z",      "2024-12-31T23:30:00.000-01:00" /* next year in GMT */,
-        "1900-01-01T00:00:00.000Z",      "2199-12-31T23:59:59.999Z",      "2024-01-15T12:00:00+05:30",
-        "2024-01-15T12:00:00.000+14:00", "2024-01-15T24:00:00.000Z",      "2024-01-15T12:60:00.000Z",
-        "2024-01-15T12:00:60.000Z",      "2024-13-01T00:00:00.000Z",      "2024-00-10T00:00:00.000Z",
-        "2024-01-15T12:00:00.12Z",       "2024-01-15T12:00:00.1234Z",     "2024-01-15T12:00:00.123Z ",
-        "2024-01-15T12:00:00.123",       "2024-01-15T12:00:00.123+0200",  "2024-01-15t12:00:00.123Z",
-        "+024-01-15T12:00:00.123Z",      "2024-01-15",
+        "2024-01-15T12:00:00.123Z",
+        "2024-02-29T23:59:59.999Z",
+        "2023-02-29T00:00:00.000Z" /* no leap day */,
+        "2024-04-31T00:00:00.000Z",
+        "2024-12-31T23:30:00.000-01:00" /* next year in GMT */,
+        "1900-01-01T00:00:00.000Z",
+        "2199-12-31T23:59:59.999Z",
+        "2024-01-15T12:00:00+05:30",
+        "2024-01-15T12:00:00.000+14:00",
+        "2024-01-15T24:00:00.000Z",
+        "2024-01-15T12:60:00.000Z",
+        "2024-01-15T12:00:60.000Z",
+        "2024-13-01T00:00:00.000Z",
+        "2024-00-10T00:00:00.000Z",
+        "2024-01-15T12:00:00.12Z",
+        "2024-01-15T12:00:00.1234Z",
+        "2024-01-15T12:00:00.123Z ",
+        "2024-01-15T12:00:00.123",
+        "2024-01-15T12:00:00.123+0200",
+        "2024-01-15t12:00:00.123Z",
+        "+024-01-15T12:00:00.123Z",
+        "2024-01-15",
     };
     auto formatter = std::make_shared<OpenISO8601DateFormatter>();
     for (const char* text : texts) {

@@ -55,11 +55,12 @@ TEST(FormDataEncodingTest, FilePartsCarryFileNameAndContentType) {
     auto body = FormDataEncoding().body(Parameters{{"f", png.url()}, {"g", bare.url()}}, "B");
     ASSERT_TRUE(body);
     const std::string pngBytes("\x89PNG\0", 5);
-    EXPECT_EQ(*body, "--B\r\nContent-Disposition: form-data; name=\"f\"; filename=\"pic.PNG\"\r\n"
-                     "Content-Type: image/png\r\n\r\n" +
-                         pngBytes +
-                         "\r\n--B\r\nContent-Disposition: form-data; name=\"g\"; filename=\"README\"\r\n"
-                         "Content-Type: application/octet-stream\r\n\r\nr\r\n--B--\r\n");
+    EXPECT_EQ(*body,
+              "--B\r\nContent-Disposition: form-data; name=\"f\"; filename=\"pic.PNG\"\r\n"
+              "Content-Type: image/png\r\n\r\n" +
+                  pngBytes +
+                  "\r\n--B\r\nContent-Disposition: form-data; name=\"g\"; filename=\"README\"\r\n"
+                  "Content-Type: application/octet-stream\r\n\r\nr\r\n--B--\r\n");
 
     FormDataEncoding custom([](const platform::Url&) { return std::optional<std::string>("text/x-custom"); });
     EXPECT_NE(custom.body(Parameters{{"g", bare.url()}}, "B")->find("Content-Type: text/x-custom\r\n"),
@@ -148,7 +149,9 @@ struct Body {
     std::optional<std::string> type;
     std::optional<double> amount;
     friend bool operator==(const Body&, const Body&) = default;
-    static constexpr auto jsonFields() { return fields(optional("type", &Body::type), optional("amount", &Body::amount)); }
+    static constexpr auto jsonFields() {
+        return fields(optional("type", &Body::type), optional("amount", &Body::amount));
+    }
 };
 
 TEST(JSONEncodingHelperTest, TypedBodyIsPrettyPrintedAndFailureSendsNoBody) {

@@ -62,7 +62,8 @@ TEST_F(ExecuteTest, FormUrlEncodedBodyWhenAskedForByContentType) {
     answer(server, "/f", 200);
     Parameters parameters;
     parameters.set("name", "a b");
-    ASSERT_TRUE(run(builder<Void>("PUT", "/f", {{"Content-Type", "application/x-www-form-urlencoded"}}, parameters)).value());
+    ASSERT_TRUE(
+        run(builder<Void>("PUT", "/f", {{"Content-Type", "application/x-www-form-urlencoded"}}, parameters)).value());
     const auto sent = server.receivedRequests().at(0);
     EXPECT_EQ(sent.header("Content-Type"), "application/x-www-form-urlencoded");
     EXPECT_EQ(sent.body, "name=a b");
@@ -86,9 +87,11 @@ TEST_F(ExecuteTest, UnbuildableUrlFailsWith415OnTheQueueNotAtExecute) {
 }
 
 TEST_F(ExecuteTest, CancellingGivesMinusOneWithTheCancelledError) {
-    server.on("GET", "/slow", [](const LoopbackRequest&) { auto r = reply(200);
+    server.on("GET", "/slow", [](const LoopbackRequest&) {
+        auto r = reply(200);
         r.delay = std::chrono::seconds(5);
-        return r; });
+        return r;
+    });
     auto b = builder<Token>("GET", "/slow");
     std::optional<RequestBuilder<Token>::Result> result;
     auto task = b->execute([&](auto r) { result.emplace(std::move(r)); });
@@ -116,9 +119,8 @@ TEST_F(ExecuteTest, ConnectionResetMidBodyGivesMinusOne) {
 
 TEST_F(ExecuteTest, RetryHookRetriesTwiceThenSucceedsWithOneCompletion) {
     std::atomic<int> calls{0};
-    server.on("GET", "/flaky", [&](const LoopbackRequest&) {
-        return ++calls < 3 ? reply(503) : reply(200, R"({"id":"t1"})");
-    });
+    server.on("GET", "/flaky",
+              [&](const LoopbackRequest&) { return ++calls < 3 ? reply(503) : reply(200, R"({"id":"t1"})"); });
     auto b = std::static_pointer_cast<URLSessionRequestBuilder<Token>>(builder<Token>("GET", "/flaky"));
     std::atomic<int> asked{0};
     b->taskCompletionShouldRetry = [&](const auto&, const std::optional<platform::HttpResponse>& response, const auto&,

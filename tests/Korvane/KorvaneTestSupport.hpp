@@ -53,7 +53,8 @@ protected:
     [[nodiscard]] std::shared_ptr<RequestBuilder<T>> builder(std::string method, const std::string& path,
                                                              HeaderMap headers = {},
                                                              std::optional<Parameters> parameters = std::nullopt) {
-        RequestBuilderArgs args{std::move(method), server.baseUrl() + path, std::move(parameters), std::move(headers), true};
+        RequestBuilderArgs args{std::move(method), server.baseUrl() + path, std::move(parameters), std::move(headers),
+                                true};
         if constexpr (std::is_same_v<T, Void>) {
             return KorvaneAPI::requestBuilderFactory()->getNonDecodableBuilder<T>(std::move(args));
         } else {
@@ -83,7 +84,8 @@ protected:
 };
 
 // A loopback answer (the struct has members without initialisers, hence the helper).
-inline platform::testing::LoopbackResponse reply(int status, std::string body = {}, platform::HttpHeaders headers = {}) {
+inline platform::testing::LoopbackResponse reply(int status, std::string body = {},
+                                                 platform::HttpHeaders headers = {}) {
     platform::testing::LoopbackResponse response;
     response.status = status;
     response.body = std::move(body);
@@ -94,9 +96,7 @@ inline platform::testing::LoopbackResponse reply(int status, std::string body = 
 // Answers every request to `path` (any method) with `status` and `body`.
 inline void answer(platform::testing::LoopbackServer& server, const std::string& path, int status,
                    std::string body = {}, platform::HttpHeaders headers = {}) {
-    server.on("*", path, [=](const platform::testing::LoopbackRequest&) {
-        return reply(status, body, headers);
-    });
+    server.on("*", path, [=](const platform::testing::LoopbackRequest&) { return reply(status, body, headers); });
 }
 
 }  // namespace korvane::testing

@@ -36,57 +36,93 @@ void expectPsp(const Proxy& proxy) {
 class ProxiesAPIWireTest : public testing::ApiWireTest {};
 
 TEST_F(ProxiesAPIWireTest, EveryOperationOnTheWire) {
-    const CreateProxyRequest fullCreate{
-        .name = "psp", .destinationUrl = "https://psp.test/pay?v=2", .requestReactorId = kReactor,
-        .responseReactorId = kProxy, .requestTransform = ProxyTransform{.code = "req"},
-        .responseTransform = ProxyTransform{}, .application = Application{.id = kReactor},
-        .configuration = std::map<std::string, std::string>{{"k", "v"}}, .requireAuth = true};
-    const UpdateProxyRequest fullUpdate{
-        .name = "psp", .destinationUrl = "https://psp.test", .requestReactorId = kReactor,
-        .responseReactorId = kReactor, .requestTransform = ProxyTransform{}, .responseTransform = ProxyTransform{.code = "res"},
-        .application = Application{.name = "a"}, .configuration = std::map<std::string, std::string>{}, .requireAuth = false};
+    const CreateProxyRequest fullCreate{.name = "psp",
+                                        .destinationUrl = "https://psp.test/pay?v=2",
+                                        .requestReactorId = kReactor,
+                                        .responseReactorId = kProxy,
+                                        .requestTransform = ProxyTransform{.code = "req"},
+                                        .responseTransform = ProxyTransform{},
+                                        .application = Application{.id = kReactor},
+                                        .configuration = std::map<std::string, std::string>{{"k", "v"}},
+                                        .requireAuth = true};
+    const UpdateProxyRequest fullUpdate{.name = "psp",
+                                        .destinationUrl = "https://psp.test",
+                                        .requestReactorId = kReactor,
+                                        .responseReactorId = kReactor,
+                                        .requestTransform = ProxyTransform{},
+                                        .responseTransform = ProxyTransform{.code = "res"},
+                                        .application = Application{.name = "a"},
+                                        .configuration = std::map<std::string, std::string>{},
+                                        .requireAuth = false};
     const auto psp = [](Finish done) { return decoded<Proxy>(std::move(done), expectPsp); };
 
     const std::vector<WireRow> rows = {
-        {.api = "ProxiesAPI", .operation = "callGet",
-         .call = [](Finish done) {
-             ProxiesAPI::callGet(std::nullopt, std::nullopt, std::nullopt, std::nullopt, decoded<ProxyPaginatedList>(done));
-         },
-         .response = "{}", .method = "GET", .path = "/proxies", .rawQuery = ""},
-        {.api = "ProxiesAPI", .operation = "callGet",
-         .call = [](Finish done) {
-             ProxiesAPI::callGet(std::vector<Uuid>{kReactor, kProxy}, "psp/eu 1", 2, 50,
-                                 decoded<ProxyPaginatedList>(done, [](const ProxyPaginatedList& list) {
-                                     EXPECT_EQ(list.pagination->pageSize, 50);
-                                     ASSERT_EQ(list.data->size(), 1u);
-                                     expectPsp(list.data->at(0));
-                                 }));
-         },
+        {.api = "ProxiesAPI",
+         .operation = "callGet",
+         .call =
+             [](Finish done) {
+                 ProxiesAPI::callGet(std::nullopt, std::nullopt, std::nullopt, std::nullopt,
+                                     decoded<ProxyPaginatedList>(done));
+             },
+         .response = "{}",
+         .method = "GET",
+         .path = "/proxies",
+         .rawQuery = ""},
+        {.api = "ProxiesAPI",
+         .operation = "callGet",
+         .call =
+             [](Finish done) {
+                 ProxiesAPI::callGet(std::vector<Uuid>{kReactor, kProxy}, "psp/eu 1", 2, 50,
+                                     decoded<ProxyPaginatedList>(done, [](const ProxyPaginatedList& list) {
+                                         EXPECT_EQ(list.pagination->pageSize, 50);
+                                         ASSERT_EQ(list.data->size(), 1u);
+                                         expectPsp(list.data->at(0));
+                                     }));
+             },
          .response = std::string(R"({"pagination":{"page_size":50},"data":[)") + kProxyJson + "]}",
-         .method = "GET", .path = "/proxies",
+         .method = "GET",
+         .path = "/proxies",
          .query = {{"id", REACTOR_ID}, {"id", PROXY_ID}, {"name", "psp/eu 1"}, {"page", "2"}, {"size", "50"}},
          .rawQuery = "id=" REACTOR_ID "&id=" PROXY_ID "&name=psp/eu%201&page=2&size=50"},
-        {.api = "ProxiesAPI", .operation = "create",
+        {.api = "ProxiesAPI",
+         .operation = "create",
          .call = [=](Finish done) { ProxiesAPI::create(fullCreate, psp(done)); },
-         .status = 201, .response = kProxyJson, .method = "POST", .path = "/proxies",
-         .body = R"({"name":"psp","destination_url":"https://psp.test/pay?v=2","request_reactor_id":")" REACTOR_ID
-                 R"(","response_reactor_id":")" PROXY_ID R"(","request_transform":{"code":"req"},"response_transform":{},
+         .status = 201,
+         .response = kProxyJson,
+         .method = "POST",
+         .path = "/proxies",
+         .body =
+             R"({"name":"psp","destination_url":"https://psp.test/pay?v=2","request_reactor_id":")" REACTOR_ID
+             R"(","response_reactor_id":")" PROXY_ID R"(","request_transform":{"code":"req"},"response_transform":{},
                      "application":{"id":")" REACTOR_ID R"("},"configuration":{"k":"v"},"require_auth":true})"},
-        {.api = "ProxiesAPI", .operation = "delete_",
+        {.api = "ProxiesAPI",
+         .operation = "delete_",
          .call = [](Finish done) { ProxiesAPI::delete_(kProxy, decoded<Void>(done)); },
-         .status = 204, .method = "DELETE", .path = "/proxies/" PROXY_ID},
-        {.api = "ProxiesAPI", .operation = "getById",
+         .status = 204,
+         .method = "DELETE",
+         .path = "/proxies/" PROXY_ID},
+        {.api = "ProxiesAPI",
+         .operation = "getById",
          .call = [=](Finish done) { ProxiesAPI::getById(kProxy, psp(done)); },
-         .response = kProxyJson, .method = "GET", .path = "/proxies/" PROXY_ID},
-        {.api = "ProxiesAPI", .operation = "update",
+         .response = kProxyJson,
+         .method = "GET",
+         .path = "/proxies/" PROXY_ID},
+        {.api = "ProxiesAPI",
+         .operation = "update",
          .call = [=](Finish done) { ProxiesAPI::update(kProxy, fullUpdate, psp(done)); },
-         .response = kProxyJson, .method = "PUT", .path = "/proxies/" PROXY_ID,
-         .body = R"({"name":"psp","destination_url":"https://psp.test","request_reactor_id":")" REACTOR_ID
-                 R"(","response_reactor_id":")" REACTOR_ID R"(","request_transform":{},"response_transform":{"code":"res"},
+         .response = kProxyJson,
+         .method = "PUT",
+         .path = "/proxies/" PROXY_ID,
+         .body =
+             R"({"name":"psp","destination_url":"https://psp.test","request_reactor_id":")" REACTOR_ID
+             R"(","response_reactor_id":")" REACTOR_ID R"(","request_transform":{},"response_transform":{"code":"res"},
                      "application":{"name":"a"},"configuration":{},"require_auth":false})"},
-        {.api = "ProxiesAPI", .operation = "update",
+        {.api = "ProxiesAPI",
+         .operation = "update",
          .call = [=](Finish done) { ProxiesAPI::update(kProxy, {.name = "p", .destinationUrl = ""}, psp(done)); },
-         .response = kProxyJson, .method = "PUT", .path = "/proxies/" PROXY_ID,
+         .response = kProxyJson,
+         .method = "PUT",
+         .path = "/proxies/" PROXY_ID,
          .body = R"({"name":"p","destination_url":""})"},
     };
     testing::expectEveryOperationHasARow<ProxiesAPI>(rows, "ProxiesAPI");

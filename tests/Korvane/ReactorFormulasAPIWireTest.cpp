@@ -37,49 +37,81 @@ class ReactorFormulasAPIWireTest : public testing::ApiWireTest {};
 
 TEST_F(ReactorFormulasAPIWireTest, EveryOperationOnTheWire) {
     const CreateReactorFormulaRequest fullCreate{
-        .id = kFormula, .type = "private", .name = "charge", .description = "charges a card", .icon = "data:,",
-        .code = "module.exports = async () => {};", .configuration = Configurations{{.name = "KEY", .type = "string"}},
+        .id = kFormula,
+        .type = "private",
+        .name = "charge",
+        .description = "charges a card",
+        .icon = "data:,",
+        .code = "module.exports = async () => {};",
+        .configuration = Configurations{{.name = "KEY", .type = "string"}},
         .requestParameters = Parameters{{.name = "card", .type = "token", ._optional = true}}};
     const UpdateReactorFormulaRequest fullUpdate{
-        .type = "private", .name = "charge", .description = "d", .icon = "i", .code = "c",
-        .configuration = Configurations{}, .requestParameters = Parameters{{.name = "n", .description = "x", .type = "string"}}};
+        .type = "private",
+        .name = "charge",
+        .description = "d",
+        .icon = "i",
+        .code = "c",
+        .configuration = Configurations{},
+        .requestParameters = Parameters{{.name = "n", .description = "x", .type = "string"}}};
     const auto charge = [](Finish done) { return decoded<ReactorFormula>(std::move(done), expectCharge); };
 
     const std::vector<WireRow> rows = {
-        {.api = "ReactorFormulasAPI", .operation = "callGet",
-         .call = [](Finish done) {
-             ReactorFormulasAPI::callGet(std::nullopt, std::nullopt, std::nullopt,
-                                         decoded<ReactorFormulaPaginatedList>(done));
-         },
-         .response = "{}", .method = "GET", .path = "/reactor-formulas", .rawQuery = ""},
-        {.api = "ReactorFormulasAPI", .operation = "callGet",
-         .call = [](Finish done) {
-             ReactorFormulasAPI::callGet("card & bank", 1, 5,
-                                         decoded<ReactorFormulaPaginatedList>(done, [](const ReactorFormulaPaginatedList& list) {
-                                             ASSERT_EQ(list.data->size(), 1u);
-                                             expectCharge(list.data->at(0));
-                                         }));
-         },
+        {.api = "ReactorFormulasAPI",
+         .operation = "callGet",
+         .call =
+             [](Finish done) {
+                 ReactorFormulasAPI::callGet(std::nullopt, std::nullopt, std::nullopt,
+                                             decoded<ReactorFormulaPaginatedList>(done));
+             },
+         .response = "{}",
+         .method = "GET",
+         .path = "/reactor-formulas",
+         .rawQuery = ""},
+        {.api = "ReactorFormulasAPI",
+         .operation = "callGet",
+         .call =
+             [](Finish done) {
+                 ReactorFormulasAPI::callGet(
+                     "card & bank", 1, 5,
+                     decoded<ReactorFormulaPaginatedList>(done, [](const ReactorFormulaPaginatedList& list) {
+                         ASSERT_EQ(list.data->size(), 1u);
+                         expectCharge(list.data->at(0));
+                     }));
+             },
          .response = std::string(R"({"data":[)") + kFormulaJson + "]}",
-         .method = "GET", .path = "/reactor-formulas",
+         .method = "GET",
+         .path = "/reactor-formulas",
          .query = {{"name", "card & bank"}, {"page", "1"}, {"size", "5"}},
          .rawQuery = "name=card%20%26%20bank&page=1&size=5"},
-        {.api = "ReactorFormulasAPI", .operation = "create",
+        {.api = "ReactorFormulasAPI",
+         .operation = "create",
          .call = [=](Finish done) { ReactorFormulasAPI::create(fullCreate, charge(done)); },
-         .status = 201, .response = kFormulaJson, .method = "POST", .path = "/reactor-formulas",
+         .status = 201,
+         .response = kFormulaJson,
+         .method = "POST",
+         .path = "/reactor-formulas",
          .body = R"({"id":")" FORMULA_ID R"(","type":"private","name":"charge","description":"charges a card",
                      "icon":"data:,","code":"module.exports = async () => {};",
                      "configuration":[{"name":"KEY","type":"string"}],
                      "request_parameters":[{"name":"card","type":"token","optional":true}]})"},
-        {.api = "ReactorFormulasAPI", .operation = "delete_",
+        {.api = "ReactorFormulasAPI",
+         .operation = "delete_",
          .call = [](Finish done) { ReactorFormulasAPI::delete_(kFormula, decoded<Void>(done)); },
-         .status = 204, .method = "DELETE", .path = "/reactor-formulas/" FORMULA_ID},
-        {.api = "ReactorFormulasAPI", .operation = "getById",
+         .status = 204,
+         .method = "DELETE",
+         .path = "/reactor-formulas/" FORMULA_ID},
+        {.api = "ReactorFormulasAPI",
+         .operation = "getById",
          .call = [=](Finish done) { ReactorFormulasAPI::getById(kFormula, charge(done)); },
-         .response = kFormulaJson, .method = "GET", .path = "/reactor-formulas/" FORMULA_ID},
-        {.api = "ReactorFormulasAPI", .operation = "update",
+         .response = kFormulaJson,
+         .method = "GET",
+         .path = "/reactor-formulas/" FORMULA_ID},
+        {.api = "ReactorFormulasAPI",
+         .operation = "update",
          .call = [=](Finish done) { ReactorFormulasAPI::update(kFormula, fullUpdate, charge(done)); },
-         .response = kFormulaJson, .method = "PUT", .path = "/reactor-formulas/" FORMULA_ID,
+         .response = kFormulaJson,
+         .method = "PUT",
+         .path = "/reactor-formulas/" FORMULA_ID,
          .body = R"({"type":"private","name":"charge","description":"d","icon":"i","code":"c","configuration":[],
                      "request_parameters":[{"name":"n","description":"x","type":"string"}]})"},
     };

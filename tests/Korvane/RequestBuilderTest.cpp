@@ -37,8 +37,8 @@ TEST(RequestBuilderFileName, UnsafeNamesAreReplacedByATemporaryName) {
         const bool kept = name == "report.pdf";
         EXPECT_EQ(internal::safeDownloadName(name) == name, kept) << name;
     }
-    const std::optional<std::string> refused[] = {std::nullopt,     "",   "   ", ".", "..", "../x", "a/b",
-                                                  "a\\b", std::string("a\0b", 3)};
+    const std::optional<std::string> refused[] = {std::nullopt,          "", "   ", ".", "..", "../x", "a/b", "a\\b",
+                                                  std::string("a\0b", 3)};
     for (const auto& name : refused) {
         const std::string safe = internal::safeDownloadName(name);
         EXPECT_TRUE(safe.starts_with("tmp.Korvane.")) << safe;
@@ -111,9 +111,9 @@ protected:
         platform::RecordingTransport transport;
         transport.enqueueResponse(200, R"({"id":"t"})");
         auto queue = std::make_shared<platform::ManualMainQueue>();
-        auto b = std::make_shared<B<T>>(
-            RequestBuilderArgs{std::move(method), "http://127.0.0.1:9/x", std::move(parameters), std::move(headers), true},
-            &transport);
+        auto b = std::make_shared<B<T>>(RequestBuilderArgs{std::move(method), "http://127.0.0.1:9/x",
+                                                           std::move(parameters), std::move(headers), true},
+                                        &transport);
         b->execute(queue, [](auto) {});
         queue->runUntilIdle();
     }

@@ -28,42 +28,41 @@ using testing::fullCase;
 #define D1 "2024-01-15T12:00:00.123Z"
 #define D2 "2024-02-29T23:59:59.000Z"
 #define PAGE R"("pagination":{"total_items":3,"page_number":1,"page_size":2,"total_pages":2})"
-#define INVITATION                                                                                    \
-    R"({"id":")" U1 R"(","tenant_id":")" U2 R"(","email":"a@example.com","status":"EXPIRED",)"       \
+#define INVITATION                                                                                     \
+    R"({"id":")" U1 R"(","tenant_id":")" U2 R"(","email":"a@example.com","status":"EXPIRED",)"         \
     R"("expires_at":")" D2 R"(","created_by":")" U1 R"(","created_at":")" D1 R"(","modified_by":")" U2 \
     R"(","modified_at":")" D2 R"("})"
 #define USER R"({"id":")" U1 R"(","email":"a@example.com","first_name":"Ada","last_name":"Byron","picture":"p.png"})"
-#define MEMBER                                                                                                 \
-    R"({"id":")" U1 R"(","tenant_id":")" U2 R"(","user":)" USER R"(,"role":"ADMIN","created_by":")" U2         \
+#define MEMBER                                                                                         \
+    R"({"id":")" U1 R"(","tenant_id":")" U2 R"(","user":)" USER R"(,"role":"ADMIN","created_by":")" U2 \
     R"(","created_date":")" D1 R"(","modified_by":")" U1 R"(","modified_at":")" D2 R"("})"
 #define METRICS R"({"count":5000000000,"last_created_at":")" D1 R"("})"
-#define TOKEN_REPORT                                                                                 \
-    R"({"included_monthly_active_tokens":1000,"monthly_active_tokens":5000000001,)"                  \
-    R"("metrics_by_type":{"bank":{},"card":)" METRICS R"(},)"                                        \
+#define TOKEN_REPORT                                                                \
+    R"({"included_monthly_active_tokens":1000,"monthly_active_tokens":5000000001,)" \
+    R"("metrics_by_type":{"bank":{},"card":)" METRICS R"(},)"                       \
     R"("monthly_active_token_history":[{"year":2024,"month":1,"count":42},{"year":2023}]})"
 
 TEST(TenantModels, RoundTripWithEveryFieldAndWithOnlyTheRequiredOnes) {
     const testing::ModelCase cases[] = {
-        fullCase<Tenant>("Tenant",
-                          R"({"id":")" U1 R"(","owner_id":")" U2 R"(","name":"Acme","created_by":")" U1
-                          R"(","created_at":")" D1 R"(","modified_by":")" U2 R"(","modified_at":")" D2
-                          R"(","settings":{"mfa":"on","region":"eu"}})"),
+        fullCase<Tenant>("Tenant", R"({"id":")" U1 R"(","owner_id":")" U2 R"(","name":"Acme","created_by":")" U1
+                                   R"(","created_at":")" D1 R"(","modified_by":")" U2 R"(","modified_at":")" D2
+                                   R"(","settings":{"mfa":"on","region":"eu"}})"),
         fullCase<UpdateTenantRequest>("UpdateTenantRequest", R"({"name":"Acme","settings":{"a":"b"}})",
-                                       R"({"name":"Acme"})"),
+                                      R"({"name":"Acme"})"),
         fullCase<CreateTenantInvitationRequest>("CreateTenantInvitationRequest", R"({"email":"a@example.com"})",
-                                                 R"({"email":"a@example.com"})"),
+                                                R"({"email":"a@example.com"})"),
         fullCase<TenantInvitationResponse>("TenantInvitationResponse", INVITATION),
         fullCase<TenantInvitationResponsePaginatedList>("TenantInvitationResponsePaginatedList",
-                                                         "{" PAGE R"(,"data":[)" INVITATION R"(,{}]})"),
+                                                        "{" PAGE R"(,"data":[)" INVITATION R"(,{}]})"),
         fullCase<TenantMemberResponse>("TenantMemberResponse", MEMBER),
         fullCase<TenantMemberResponsePaginatedList>("TenantMemberResponsePaginatedList",
-                                                     "{" PAGE R"(,"data":[)" MEMBER "]}"),
+                                                    "{" PAGE R"(,"data":[)" MEMBER "]}"),
         fullCase<User>("User", USER),
         fullCase<TenantUsageReport>("TenantUsageReport", R"({"token_report":)" TOKEN_REPORT "}"),
         fullCase<TokenReport>("TokenReport", TOKEN_REPORT),
         fullCase<TokenMetrics>("TokenMetrics", METRICS),
         fullCase<MonthlyActiveTokenHistory>("MonthlyActiveTokenHistory",
-                                             R"({"year":2024,"month":12,"count":9000000000})"),
+                                            R"({"year":2024,"month":12,"count":9000000000})"),
         fullCase<GetTenantInvitations>("GetTenantInvitations", R"({"status":"PENDING","page":0,"size":25})"),
         fullCase<GetTenantMembers>("GetTenantMembers", R"({"user_id":[")" U1 R"(",")" U2 R"("],"page":3,"size":1})"),
     };

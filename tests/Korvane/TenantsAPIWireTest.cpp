@@ -48,86 +48,136 @@ static_assert(std::is_same_v<decltype(TenantsAPI::getTenantOperationReport.withR
 class TenantsAPIWireTest : public testing::ApiWireTest {};
 
 TEST_F(TenantsAPIWireTest, EveryOperationOnTheWire) {
-    const auto invitation = [](Finish done) { return decoded<TenantInvitationResponse>(std::move(done), expectInvitation); };
+    const auto invitation = [](Finish done) {
+        return decoded<TenantInvitationResponse>(std::move(done), expectInvitation);
+    };
     const auto report = [](Finish done) { return decoded<TenantUsageReport>(std::move(done), expectReport); };
     const std::vector<WireRow> rows = {
-        {.api = "TenantsAPI", .operation = "callGet",
-         .call = [](Finish done) {
-             TenantsAPI::callGet(decoded<Tenant>(done, [](const Tenant& tenant) {
-                 EXPECT_EQ(tenant.ownerId, kSecond);
-                 EXPECT_EQ(tenant.settings, (std::map<std::string, std::string>{{"region", "eu"}}));
-             }));
-         },
+        {.api = "TenantsAPI",
+         .operation = "callGet",
+         .call =
+             [](Finish done) {
+                 TenantsAPI::callGet(decoded<Tenant>(done, [](const Tenant& tenant) {
+                     EXPECT_EQ(tenant.ownerId, kSecond);
+                     EXPECT_EQ(tenant.settings, (std::map<std::string, std::string>{{"region", "eu"}}));
+                 }));
+             },
          .response = R"({"id":")" FIRST R"(","owner_id":")" SECOND R"(","name":"Acme","settings":{"region":"eu"}})",
-         .method = "GET", .path = "/tenants/self", .rawQuery = ""},
-        {.api = "TenantsAPI", .operation = "update",
-         .call = [](Finish done) {
-             TenantsAPI::update({.name = "Acme Ltd", .settings = std::map<std::string, std::string>{{"mfa", "on"}}},
-                                decoded<Tenant>(done, [](const Tenant& tenant) { EXPECT_EQ(tenant.name, "Acme Ltd"); }));
-         },
-         .response = R"({"name":"Acme Ltd"})", .method = "PUT", .path = "/tenants/self",
+         .method = "GET",
+         .path = "/tenants/self",
+         .rawQuery = ""},
+        {.api = "TenantsAPI",
+         .operation = "update",
+         .call =
+             [](Finish done) {
+                 TenantsAPI::update(
+                     {.name = "Acme Ltd", .settings = std::map<std::string, std::string>{{"mfa", "on"}}},
+                     decoded<Tenant>(done, [](const Tenant& tenant) { EXPECT_EQ(tenant.name, "Acme Ltd"); }));
+             },
+         .response = R"({"name":"Acme Ltd"})",
+         .method = "PUT",
+         .path = "/tenants/self",
          .body = R"({"name":"Acme Ltd","settings":{"mfa":"on"}})"},
-        {.api = "TenantsAPI", .operation = "delete_",
+        {.api = "TenantsAPI",
+         .operation = "delete_",
          .call = [](Finish done) { TenantsAPI::delete_(decoded<Void>(done)); },
-         .status = 204, .method = "DELETE", .path = "/tenants/self"},
-        {.api = "TenantsAPI", .operation = "createInvitation",
+         .status = 204,
+         .method = "DELETE",
+         .path = "/tenants/self"},
+        {.api = "TenantsAPI",
+         .operation = "createInvitation",
          .call = [=](Finish done) { TenantsAPI::createInvitation({.email = "a@example.com"}, invitation(done)); },
-         .status = 201, .response = kInvitationJson, .method = "POST", .path = "/tenants/self/invitations",
+         .status = 201,
+         .response = kInvitationJson,
+         .method = "POST",
+         .path = "/tenants/self/invitations",
          .body = R"({"email":"a@example.com"})"},
-        {.api = "TenantsAPI", .operation = "getInvitations",
-         .call = [](Finish done) {
-             TenantsAPI::getInvitations(std::nullopt, std::nullopt, std::nullopt,
-                                        decoded<TenantInvitationResponsePaginatedList>(done));
-         },
-         .response = "{}", .method = "GET", .path = "/tenants/self/invitations", .rawQuery = ""},
-        {.api = "TenantsAPI", .operation = "getInvitations",
-         .call = [](Finish done) {
-             TenantsAPI::getInvitations(TenantInvitationStatus::expired, 0, 20,
-                                        decoded<TenantInvitationResponsePaginatedList>(
-                                            done, [](const TenantInvitationResponsePaginatedList& list) {
-                                                ASSERT_EQ(list.data->size(), 1u);
-                                                expectInvitation(list.data->at(0));
-                                            }));
-         },
+        {.api = "TenantsAPI",
+         .operation = "getInvitations",
+         .call =
+             [](Finish done) {
+                 TenantsAPI::getInvitations(std::nullopt, std::nullopt, std::nullopt,
+                                            decoded<TenantInvitationResponsePaginatedList>(done));
+             },
+         .response = "{}",
+         .method = "GET",
+         .path = "/tenants/self/invitations",
+         .rawQuery = ""},
+        {.api = "TenantsAPI",
+         .operation = "getInvitations",
+         .call =
+             [](Finish done) {
+                 TenantsAPI::getInvitations(TenantInvitationStatus::expired, 0, 20,
+                                            decoded<TenantInvitationResponsePaginatedList>(
+                                                done, [](const TenantInvitationResponsePaginatedList& list) {
+                                                    ASSERT_EQ(list.data->size(), 1u);
+                                                    expectInvitation(list.data->at(0));
+                                                }));
+             },
          .response = std::string(R"({"pagination":{"total_items":1},"data":[)") + kInvitationJson + "]}",
-         .method = "GET", .path = "/tenants/self/invitations",
+         .method = "GET",
+         .path = "/tenants/self/invitations",
          .query = {{"status", "EXPIRED"}, {"page", "0"}, {"size", "20"}}},
-        {.api = "TenantsAPI", .operation = "deleteInvitation",
+        {.api = "TenantsAPI",
+         .operation = "deleteInvitation",
          .call = [](Finish done) { TenantsAPI::deleteInvitation(kFirst, decoded<Void>(done)); },
-         .status = 204, .method = "DELETE", .path = "/tenants/self/invitations/" FIRST},
-        {.api = "TenantsAPI", .operation = "resendInvitation",
+         .status = 204,
+         .method = "DELETE",
+         .path = "/tenants/self/invitations/" FIRST},
+        {.api = "TenantsAPI",
+         .operation = "resendInvitation",
          .call = [=](Finish done) { TenantsAPI::resendInvitation(kFirst, invitation(done)); },
-         .response = kInvitationJson, .method = "POST", .path = "/tenants/self/invitations/" FIRST "/resend"},
-        {.api = "TenantsAPI", .operation = "getMembers",
-         .call = [](Finish done) {
-             TenantsAPI::getMembers(std::vector<Uuid>{kFirst, kSecond}, 1, 2,
-                                    decoded<TenantMemberResponsePaginatedList>(
-                                        done, [](const TenantMemberResponsePaginatedList& list) {
-                                            ASSERT_EQ(list.data->size(), 1u);
-                                            const auto& member = list.data->at(0);
-                                            EXPECT_EQ(member.user->firstName, "Ada");
-                                            EXPECT_EQ(member.createdDate,
-                                                      Date(std::chrono::milliseconds(1'705'320'000'123)));
-                                        }));
-         },
+         .response = kInvitationJson,
+         .method = "POST",
+         .path = "/tenants/self/invitations/" FIRST "/resend"},
+        {.api = "TenantsAPI",
+         .operation = "getMembers",
+         .call =
+             [](Finish done) {
+                 TenantsAPI::getMembers(std::vector<Uuid>{kFirst, kSecond}, 1, 2,
+                                        decoded<TenantMemberResponsePaginatedList>(
+                                            done, [](const TenantMemberResponsePaginatedList& list) {
+                                                ASSERT_EQ(list.data->size(), 1u);
+                                                const auto& member = list.data->at(0);
+                                                EXPECT_EQ(member.user->firstName, "Ada");
+                                                EXPECT_EQ(member.createdDate,
+                                                          Date(std::chrono::milliseconds(1'705'320'000'123)));
+                                            }));
+             },
          .response = R"({"data":[{"id":")" SECOND R"(","user":{"id":")" FIRST R"(","first_name":"Ada"},
                          "role":"ADMIN","created_date":"2024-01-15T12:00:00.123Z"}]})",
-         .method = "GET", .path = "/tenants/self/members",
+         .method = "GET",
+         .path = "/tenants/self/members",
          .query = {{"user_id", FIRST}, {"user_id", SECOND}, {"page", "1"}, {"size", "2"}}},
-        {.api = "TenantsAPI", .operation = "getMembers",
-         .call = [](Finish done) {
-             TenantsAPI::getMembers(std::vector<Uuid>{}, std::nullopt, 5, decoded<TenantMemberResponsePaginatedList>(done));
-         },
-         .response = "{}", .method = "GET", .path = "/tenants/self/members", .query = {{"size", "5"}}},
-        {.api = "TenantsAPI", .operation = "deleteMember",
+        {.api = "TenantsAPI",
+         .operation = "getMembers",
+         .call =
+             [](Finish done) {
+                 TenantsAPI::getMembers(std::vector<Uuid>{}, std::nullopt, 5,
+                                        decoded<TenantMemberResponsePaginatedList>(done));
+             },
+         .response = "{}",
+         .method = "GET",
+         .path = "/tenants/self/members",
+         .query = {{"size", "5"}}},
+        {.api = "TenantsAPI",
+         .operation = "deleteMember",
          .call = [](Finish done) { TenantsAPI::deleteMember(kSecond, decoded<Void>(done)); },
-         .status = 204, .method = "DELETE", .path = "/tenants/self/members/" SECOND},
-        {.api = "TenantsAPI", .operation = "getTenantUsageReport",
+         .status = 204,
+         .method = "DELETE",
+         .path = "/tenants/self/members/" SECOND},
+        {.api = "TenantsAPI",
+         .operation = "getTenantUsageReport",
          .call = [=](Finish done) { TenantsAPI::getTenantUsageReport(report(done)); },
-         .response = kReportJson, .method = "GET", .path = "/tenants/self/reports/usage"},
-        {.api = "TenantsAPI", .operation = "getTenantOperationReport",
+         .response = kReportJson,
+         .method = "GET",
+         .path = "/tenants/self/reports/usage"},
+        {.api = "TenantsAPI",
+         .operation = "getTenantOperationReport",
          .call = [=](Finish done) { TenantsAPI::getTenantOperationReport(report(done)); },
-         .response = kReportJson, .method = "GET", .path = "/tenants/self/reports/operations"},
+         .response = kReportJson,
+         .method = "GET",
+         .path = "/tenants/self/reports/operations"},
     };
     testing::expectEveryOperationHasARow<TenantsAPI>(rows, "TenantsAPI");
     walk(rows);
@@ -137,11 +187,12 @@ TEST_F(TenantsAPIWireTest, AnUnknownInvitationStatusInTheAnswerFailsTheCall) {
     answerWith(200, R"({"status":"REVOKED"})");
     std::optional<ErrorResponse> failure;
     bool finished = false;
-    TenantsAPI::resendInvitation(kFirst, [&](std::optional<TenantInvitationResponse> value, std::optional<ErrorResponse> error) {
-        EXPECT_FALSE(value);
-        failure = std::move(error);
-        finished = true;
-    });
+    TenantsAPI::resendInvitation(
+        kFirst, [&](std::optional<TenantInvitationResponse> value, std::optional<ErrorResponse> error) {
+            EXPECT_FALSE(value);
+            failure = std::move(error);
+            finished = true;
+        });
     ASSERT_TRUE(waitFor([&] { return finished; }));
     ASSERT_TRUE(failure);
     EXPECT_EQ(failure->code, 200);

@@ -34,16 +34,21 @@ TEST_F(TokensAPITest, RowsBuildMethodAndUrlWithoutSending) {
          "GET", base + "/tokens"},
         {"exploded ids", TokensAPI::callGet.withRequestBuilder(std::nullopt, Strings{"x", "y"}, std::nullopt, 2, 50),
          "GET", base + "/tokens?id=x&id=y&page=2&size=50"},
-        {"empty array gives no item", TokensAPI::callGet.withRequestBuilder(Strings{}, std::nullopt, std::nullopt, std::nullopt, std::nullopt),
+        {"empty array gives no item",
+         TokensAPI::callGet.withRequestBuilder(Strings{}, std::nullopt, std::nullopt, std::nullopt, std::nullopt),
          "GET", base + "/tokens"},
-        {"association", TokensAPI::createAssociation.withRequestBuilder("p", "c"), "POST", base + "/tokens/p/children/c"},
+        {"association", TokensAPI::createAssociation.withRequestBuilder("p", "c"), "POST",
+         base + "/tokens/p/children/c"},
         {"association removal", TokensAPI::deleteAssociation.withRequestBuilder("p", "c"), "DELETE",
          base + "/tokens/p/children/c"},
         {"delete", TokensAPI::delete_.withRequestBuilder("t1"), "DELETE", base + "/tokens/t1"},
-        {"children", TokensAPI::getChildren.withRequestBuilder("p", Strings{"card"}, std::nullopt, std::nullopt, std::nullopt, std::nullopt),
+        {"children",
+         TokensAPI::getChildren.withRequestBuilder("p", Strings{"card"}, std::nullopt, std::nullopt, std::nullopt,
+                                                   std::nullopt),
          "GET", base + "/tokens/p/children?type=card"},
         {"update", TokensAPI::update.withRequestBuilder("t1", UpdateTokenRequest{}), "PATCH", base + "/tokens/t1"},
-        {"search", TokensAPI::search.withRequestBuilder(SearchTokensRequest{.query = "q"}), "POST", base + "/tokens/search"},
+        {"search", TokensAPI::search.withRequestBuilder(SearchTokensRequest{.query = "q"}), "POST",
+         base + "/tokens/search"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.why);
@@ -57,9 +62,8 @@ TEST_F(TokensAPITest, RowsBuildMethodAndUrlWithoutSending) {
 
 TEST_F(TokensAPITest, MetadataIsOneItemInTheDictionaryPrintedForm) {
     answer(server, "/tokens", 200, "{}");
-    auto b = TokensAPI::callGet.withRequestBuilder(std::nullopt, std::nullopt,
-                                                   std::map<std::string, std::string>{{"key", "value"}}, std::nullopt,
-                                                   std::nullopt);
+    auto b = TokensAPI::callGet.withRequestBuilder(
+        std::nullopt, std::nullopt, std::map<std::string, std::string>{{"key", "value"}}, std::nullopt, std::nullopt);
     ASSERT_TRUE(run(b).value());
     const auto query = server.receivedRequests().at(0).query;
     ASSERT_EQ(query.size(), 1u);
@@ -148,12 +152,14 @@ TEST_F(TokensAPITest, UpdateSendsOnlyPresentFields) {
     ASSERT_TRUE(result && *result);
     auto sent = CodableHelper::decode<anycodable::AnyCodable>(server.receivedRequests().at(0).body);
     ASSERT_TRUE(sent);
-    EXPECT_EQ(*sent, anycodable::AnyCodable::map({{"privacy", anycodable::Map{{"impact_level", "low"}}},
-                                                  {"deduplicate_token", false}}));
+    EXPECT_EQ(*sent, anycodable::AnyCodable::map(
+                         {{"privacy", anycodable::Map{{"impact_level", "low"}}}, {"deduplicate_token", false}}));
 }
 
 TEST(TokenModels, EncodeThenDecodeGivesTheSameValueAndHash) {
-    Token token{.id = "t", .tenantId = platform::Uuid::random(), .data = anycodable::AnyCodable::map({{"n", 1}}),
+    Token token{.id = "t",
+                .tenantId = platform::Uuid::random(),
+                .data = anycodable::AnyCodable::map({{"n", 1}}),
                 .metadata = std::map<std::string, std::string>{{"a", "b"}},
                 .encryption = EncryptionMetadata{.cek = EncryptionKey{.key = "k"}},
                 .createdAt = Date(std::chrono::milliseconds(1'705'320'000'123)),

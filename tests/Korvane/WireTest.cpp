@@ -81,9 +81,9 @@ TEST_F(WireTest, PathAndQueryAsTheServerReceivesThem) {
     ASSERT_TRUE(run(TokensAPI::callGet.withRequestBuilder(std::nullopt, Strings{"x", "y"}, std::nullopt, std::nullopt,
                                                           std::nullopt))
                     .value());
-    ASSERT_TRUE(run(TokensAPI::callGet.withRequestBuilder(std::nullopt, std::nullopt, std::nullopt, std::nullopt,
-                                                          std::nullopt))
-                    .value());
+    ASSERT_TRUE(
+        run(TokensAPI::callGet.withRequestBuilder(std::nullopt, std::nullopt, std::nullopt, std::nullopt, std::nullopt))
+            .value());
     const auto sent = server.receivedRequests();
     ASSERT_EQ(sent.size(), 3u);
     EXPECT_EQ(sent[0].path, "/tokens/a b/c") << "the space travelled escaped, the slash as a separator";
@@ -112,15 +112,18 @@ TEST_F(WireTest, CompletionFormOfEveryOperation) {
         bool sendsBody;
     };
     const Row rows[] = {
-        {"tokenize", [](auto d) { TokenizeAPI::tokenize(anycodable::AnyCodable::map({{"a", 1}}), reportTo(d)); },
+        {"tokenize",
+         [](auto d) {
+             TokenizeAPI::tokenize(anycodable::AnyCodable::map({{"a", 1}}), reportTo(d));
+         },
          "POST", "/tokenize", true},
         {"callGet", [](auto d) { TokensAPI::callGet(Strings{"card"}, std::nullopt, std::nullopt, 1, 2, reportTo(d)); },
          "GET", "/tokens", false},
         {"create", [&](auto d) { TokensAPI::create(create, reportTo(d)); }, "POST", "/tokens", true},
         {"createAssociation", [](auto d) { TokensAPI::createAssociation("p", "c", reportTo(d)); }, "POST",
          "/tokens/p/children/c", false},
-        {"createChild", [&](auto d) { TokensAPI::createChild("p", create, reportTo(d)); }, "POST",
-         "/tokens/p/children", true},
+        {"createChild", [&](auto d) { TokensAPI::createChild("p", create, reportTo(d)); }, "POST", "/tokens/p/children",
+         true},
         {"delete", [](auto d) { TokensAPI::delete_("t", reportTo(d)); }, "DELETE", "/tokens/t", false},
         {"deleteAssociation", [](auto d) { TokensAPI::deleteAssociation("p", "c", reportTo(d)); }, "DELETE",
          "/tokens/p/children/c", false},
@@ -133,8 +136,8 @@ TEST_F(WireTest, CompletionFormOfEveryOperation) {
         {"search", [](auto d) { TokensAPI::search(SearchTokensRequest{.size = 3}, reportTo(d)); }, "POST",
          "/tokens/search", true},
         {"update",
-         [](auto d) { TokensAPI::update("t", UpdateTokenRequest{.fingerprintExpression = "x"}, reportTo(d)); },
-         "PATCH", "/tokens/t", true},
+         [](auto d) { TokensAPI::update("t", UpdateTokenRequest{.fingerprintExpression = "x"}, reportTo(d)); }, "PATCH",
+         "/tokens/t", true},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.operation);

@@ -20,7 +20,9 @@ std::vector<std::string> names(const std::vector<CardBrandDetails>& brands) {
     return result;
 }
 
-std::string best(const CardBrandResults& r) { return r.bestMatchCardBrand ? r.bestMatchCardBrand->cardBrandName : "-"; }
+std::string best(const CardBrandResults& r) {
+    return r.bestMatchCardBrand ? r.bestMatchCardBrand->cardBrandName : "-";
+}
 
 TEST(CardBrandDetection, Cases) {
     elements_test::TelemetryCapture telemetry;
@@ -62,7 +64,8 @@ TEST(CardBrandDetection, EveryMatchingIdentifierAddsItsBrand) {
     EXPECT_EQ(names(r.matchingCardBrands), (std::vector<std::string>{"discover", "maestro"}));
     EXPECT_EQ(best(r), "discover");
     // A brand whose two identifiers both match stands twice.
-    CardBrandDetails twice("twice", {std::int64_t{7}, std::vector<std::int64_t>{70, 79}}, CardBrand::cvcMask3(), {}, {4});
+    CardBrandDetails twice("twice", {std::int64_t{7}, std::vector<std::int64_t>{70, 79}}, CardBrand::cvcMask3(), {},
+                           {4});
     CardBrand::addCardBrands({twice});
     r = CardBrand::getCardBrand("7123");
     EXPECT_EQ(names(r.matchingCardBrands), (std::vector<std::string>{"twice", "twice"}));

@@ -19,9 +19,7 @@ using elements_test::EventLog;
 struct ExpiryTest : ::testing::Test {
     void SetUp() override { expiry = std::make_shared<CardExpirationDateUITextField>(); }
     void TearDown() override { expiry->resignFirstResponder(); }
-    void setNow(int y, unsigned m, unsigned d) {
-        main->setNow(sys_days{year{y} / month{m} / day{d}} + hours{12});
-    }
+    void setNow(int y, unsigned m, unsigned d) { main->setNow(sys_days{year{y} / month{m} / day{d}} + hours{12}); }
     std::string shown() const { return expiry->getValue().value_or("<none>"); }
 
     platform::ScopedLocale locale{"en_US", "UTC"};
@@ -106,7 +104,8 @@ TEST_F(ExpiryTest, ReferencesReadTheFieldWhenResolved) {
 TEST_F(ExpiryTest, SetValueFromMonthAndYearReferences) {
     EventLog log(*expiry);
     auto ref = [](std::string v) {
-        return std::make_shared<ElementValueReference>("x", [v] { return v; }, true, ElementValueType::int_);
+        return std::make_shared<ElementValueReference>(
+            "x", [v] { return v; }, true, ElementValueType::int_);
     };
     expiry->setValue(ref("5"), ref("2031"));
     EXPECT_EQ(shown(), "05/31");

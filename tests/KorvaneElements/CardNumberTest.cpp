@@ -18,7 +18,9 @@ std::string shown(const CardNumberUITextField& f) {
     return f.getValue().value_or("<none>");
 }
 
-std::vector<ElementEventDetails> detailsOf(const ElementEvent& e) { return e.details; }
+std::vector<ElementEventDetails> detailsOf(const ElementEvent& e) {
+    return e.details;
+}
 
 struct CardNumberTest : ::testing::Test {
     void SetUp() override { number = std::make_shared<CardNumberUITextField>(); }
@@ -56,9 +58,21 @@ TEST(Luhn, Table) {
 TEST_F(CardNumberTest, TypingAVisaOneAssertionPerKeystroke) {
     platform::TextFieldDriver user(*number);
     const std::string digits = "4242424242424242";
-    const std::string expected[] = {"4", "42", "424", "4242", "4242 4", "4242 42", "4242 424", "4242 4242",
-                                    "4242 4242 4", "4242 4242 42", "4242 4242 424", "4242 4242 4242",
-                                    "4242 4242 4242 4", "4242 4242 4242 42", "4242 4242 4242 424",
+    const std::string expected[] = {"4",
+                                    "42",
+                                    "424",
+                                    "4242",
+                                    "4242 4",
+                                    "4242 42",
+                                    "4242 424",
+                                    "4242 4242",
+                                    "4242 4242 4",
+                                    "4242 4242 42",
+                                    "4242 4242 424",
+                                    "4242 4242 4242",
+                                    "4242 4242 4242 4",
+                                    "4242 4242 4242 42",
+                                    "4242 4242 4242 424",
                                     "4242 4242 4242 4242"};
     EventLog log(*number);
     for (std::size_t i = 0; i < digits.size(); ++i) {
@@ -85,7 +99,8 @@ TEST_F(CardNumberTest, MaskGroupsFollowTheBrand) {
     user.leave();
     EXPECT_EQ(shown(*number), "378282246310005") << "amex holds 15 digits";
     EXPECT_EQ(flagsOf(number->metadata()), (Flags{true, false, true, true}));
-    EXPECT_EQ(number->cardMetadata(), (CardMetadata{"0005", "378282", "americanExpress"})) << "bin of 6 below 16 digits";
+    EXPECT_EQ(number->cardMetadata(), (CardMetadata{"0005", "378282", "americanExpress"}))
+        << "bin of 6 below 16 digits";
     ASSERT_TRUE(number->cardMask());
     EXPECT_EQ(number->cardMask()->size(), 17u);
 }
@@ -187,8 +202,8 @@ TEST_F(CardNumberTest, SetConfigAllowsOnlyTheCopyOptions) {
     } catch (const ElementConfigException& e) {
         EXPECT_EQ(e.error(), ElementConfigError::configNotAllowed);
     }
-    number->setConfig(TextElementOptions{.mask = ElementMask{CardBrand::digitMaskRegex()}, .enableCopy = true,
-                                         .getValueType = ElementValueType::int_});
+    number->setConfig(TextElementOptions{
+        .mask = ElementMask{CardBrand::digitMaskRegex()}, .enableCopy = true, .getValueType = ElementValueType::int_});
     EXPECT_TRUE(number->rightView());
     EXPECT_EQ(number->getValueType(), ElementValueType::string) << "the host's value type is dropped";
     platform::TextFieldDriver(*number).paste("4242424242424242");
@@ -196,8 +211,8 @@ TEST_F(CardNumberTest, SetConfigAllowsOnlyTheCopyOptions) {
 }
 
 TEST_F(CardNumberTest, CardTypesReplaceTheCatalogueAndReadAsNothing) {
-    number->setCardTypes(std::vector<CardBrandDetails>{
-        CardBrandDetails("acme", {std::int64_t{42}}, CardBrand::cvcMask3(), {4}, {8})});
+    number->setCardTypes(
+        std::vector<CardBrandDetails>{CardBrandDetails("acme", {std::int64_t{42}}, CardBrand::cvcMask3(), {4}, {8})});
     EXPECT_FALSE(number->cardTypes());
     number->setCardTypes(std::nullopt);
     platform::TextFieldDriver(*number).paste("42424242");

@@ -87,7 +87,8 @@ TEST_F(CvcTest, LinkedFollowsTheBrandAndAnnouncesMaskChanges) {
 }
 
 TEST_F(CvcTest, TextElementOptionsAreAlwaysRefused) {
-    for (const auto& options : {std::optional<TextElementOptions>{}, std::optional(TextElementOptions{.enableCopy = true})}) {
+    for (const auto& options :
+         {std::optional<TextElementOptions>{}, std::optional(TextElementOptions{.enableCopy = true})}) {
         try {
             cvc->setConfig(options);
             ADD_FAILURE();

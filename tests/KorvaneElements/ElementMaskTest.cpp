@@ -10,8 +10,12 @@ namespace {
 
 using namespace korvane::elements;
 
-const RegexRef& digit() { return CardBrand::digitMaskRegex(); }
-ElementMask expiry() { return {digit(), digit(), std::string("/"), digit(), digit()}; }
+const RegexRef& digit() {
+    return CardBrand::digitMaskRegex();
+}
+ElementMask expiry() {
+    return {digit(), digit(), std::string("/"), digit(), digit()};
+}
 
 TEST(ApplyMask, Cases) {
     struct Case {
@@ -32,7 +36,12 @@ TEST(ApplyMask, Cases) {
         {{std::string("("), digit(), std::string(")")}, "7", "(7", "a leading literal needs remaining input"},
         {expiry(), "١٢/٣٠", "", "digits of other scripts are not 0-9"},
         {expiry(), "1😀2 3x4", "12/34", "emoji, blanks and letters are dropped"},
-        {{digit(), digit()}, "4\xCC\x81" "2", "4\xCC\x81" "2", "a digit with a combining mark is one character"},
+        {{digit(), digit()},
+         "4\xCC\x81"
+         "2",
+         "4\xCC\x81"
+         "2",
+         "a digit with a combining mark is one character"},
         {{}, "123", "", "the empty mask takes nothing"},
     };
     for (const auto& c : cases) {

@@ -67,7 +67,11 @@ struct Flags {
     bool complete, empty, valid, maskSatisfied;
     friend bool operator==(const Flags&, const Flags&) = default;
 };
-inline Flags flagsOf(const korvane::elements::ElementEvent& e) { return {e.complete, e.empty, e.valid, e.maskSatisfied}; }
-inline Flags flagsOf(const korvane::elements::ElementMetadata& m) { return {m.complete, m.empty, m.valid, m.maskSatisfied}; }
+inline Flags flagsOf(const korvane::elements::ElementEvent& e) {
+    return {e.complete, e.empty, e.valid, e.maskSatisfied};
+}
+inline Flags flagsOf(const korvane::elements::ElementMetadata& m) {
+    return {m.complete, m.empty, m.valid, m.maskSatisfied};
+}
 
 }  // namespace elements_test

@@ -22,7 +22,8 @@ using platform::testing::LoopbackRequest;
 
 std::shared_ptr<ElementValueReference> element(std::string text, bool complete = true,
                                                ElementValueType type = ElementValueType::string) {
-    return std::make_shared<ElementValueReference>("el", [text] { return text; }, complete, type);
+    return std::make_shared<ElementValueReference>(
+        "el", [text] { return text; }, complete, type);
 }
 
 struct Outcome {
@@ -64,9 +65,18 @@ protected:
 TEST_F(HttpClientHelpers, EachMethodGoesOutAndAnswersARawTree) {
     using Call = std::function<void(const std::string&, KorvaneElements::HttpCompletion)>;
     const std::pair<const char*, Call> rows[] = {
-        {"POST", [](auto& u, auto c) { KorvaneElements::post(u, Map{{"a", 1}}, std::nullopt, std::move(c)); }},
-        {"PUT", [](auto& u, auto c) { KorvaneElements::put(u, Map{{"a", 1}}, std::nullopt, std::move(c)); }},
-        {"PATCH", [](auto& u, auto c) { KorvaneElements::patch(u, Map{{"a", 1}}, std::nullopt, std::move(c)); }},
+        {"POST",
+         [](auto& u, auto c) {
+             KorvaneElements::post(u, Map{{"a", 1}}, std::nullopt, std::move(c));
+         }},
+        {"PUT",
+         [](auto& u, auto c) {
+             KorvaneElements::put(u, Map{{"a", 1}}, std::nullopt, std::move(c));
+         }},
+        {"PATCH",
+         [](auto& u, auto c) {
+             KorvaneElements::patch(u, Map{{"a", 1}}, std::nullopt, std::move(c));
+         }},
         {"GET", [](auto& u, auto c) { KorvaneElements::get(u, std::nullopt, std::move(c)); }},
         {"DELETE", [](auto& u, auto c) { KorvaneElements::delete_(u, std::nullopt, std::move(c)); }},
     };

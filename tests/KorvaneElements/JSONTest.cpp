@@ -12,8 +12,10 @@ using korvane::elements::ElementValueType;
 using korvane::elements::JSON;
 
 TEST(JSONTree, ReadsAnswerOnlyForTheirOwnCase) {
-    auto ref = std::make_shared<ElementValueReference>("id", [] { return "v"; }, true, ElementValueType::string);
-    JSON tree = JSON::dictionary({{"list", JSON::array({JSON::raw(1), std::nullopt})}, {"hidden", JSON::reference(ref)}});
+    auto ref = std::make_shared<ElementValueReference>(
+        "id", [] { return "v"; }, true, ElementValueType::string);
+    JSON tree =
+        JSON::dictionary({{"list", JSON::array({JSON::raw(1), std::nullopt})}, {"hidden", JSON::reference(ref)}});
 
     EXPECT_FALSE(tree["missing"]);
     EXPECT_FALSE(tree[0]) << "an index into a dictionary";

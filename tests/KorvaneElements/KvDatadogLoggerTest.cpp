@@ -33,8 +33,11 @@ struct LoggerTest : ::testing::Test {
 };
 
 TEST_F(LoggerTest, FirstMessageCarriesTheBuildAttributesAndTheSecondDoesNot) {
-    DeviceInfoScope device({.bundleIdentifier = "com.example.shop", .shortVersion = "2.1", .buildVersion = std::nullopt,
-                            .vendorIdentifier = std::nullopt, .deviceName = "Pixel"});
+    DeviceInfoScope device({.bundleIdentifier = "com.example.shop",
+                            .shortVersion = "2.1",
+                            .buildVersion = std::nullopt,
+                            .vendorIdentifier = std::nullopt,
+                            .deviceName = "Pixel"});
     auto logger = makeDefaultLoggerBuilder().build();
     logger->log("first", "info", std::nullopt, json::object({{"elementId", "E1"}}));
     logger->log("second", "info");

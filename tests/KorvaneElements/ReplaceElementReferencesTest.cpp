@@ -23,7 +23,9 @@ std::shared_ptr<ElementValueReference> reference(std::optional<std::string> text
     return std::make_shared<ElementValueReference>("element-" + std::to_string(++next), method, complete, type);
 }
 
-std::string json(const Map& map) { return anycodable::toJson(Value(map)).value_or("<not encodable>"); }
+std::string json(const Map& map) {
+    return anycodable::toJson(Value(map)).value_or("<not encodable>");
+}
 
 TEST(ReplaceElementReferences, ReachesEveryNestedMapButNoArray) {
     Map level3{{"deep", elementValue(reference("3"))}};
@@ -81,7 +83,8 @@ TEST(ReplaceElementReferences, ConvertsByValueTypeAndDropsWhatDoesNotParse) {
             continue;
         }
         ASSERT_NE(value, nullptr);
-        EXPECT_TRUE(anycodable::equals(*value, *row.expected, anycodable::Flavor::codable)) << anycodable::description(*value);
+        EXPECT_TRUE(anycodable::equals(*value, *row.expected, anycodable::Flavor::codable))
+            << anycodable::description(*value);
     }
 }
 

@@ -22,7 +22,9 @@ using elements_test::flagsOf;
 
 // Reads what the element shows, as a screen would: through the same storage the mirror uses.
 // Tests reach it through getValue() with no transform configured.
-std::string shown(const TextElementUITextField& e) { return e.getValue().value_or("<none>"); }
+std::string shown(const TextElementUITextField& e) {
+    return e.getValue().value_or("<none>");
+}
 
 TextElementOptions zipOptions() {
     return TextElementOptions{.mask = ElementMask(5, CardBrand::digitMaskRegex()),
@@ -59,9 +61,9 @@ TEST_F(TextElementTest, TypingAZipOneAssertionPerKeystroke) {
         Flags flags;
     };
     const Step steps[] = {
-        {"9", "9", {false, false, false, false}},     {"a", "9", {false, false, false, false}},
-        {"4", "94", {false, false, false, false}},    {"1", "941", {false, false, false, false}},
-        {"0", "9410", {false, false, false, false}},  {"3", "94103", {true, false, true, true}},
+        {"9", "9", {false, false, false, false}},    {"a", "9", {false, false, false, false}},
+        {"4", "94", {false, false, false, false}},   {"1", "941", {false, false, false, false}},
+        {"0", "9410", {false, false, false, false}}, {"3", "94103", {true, false, true, true}},
         {"7", "94103", {true, false, true, true}},
     };
     for (const auto& s : steps) {
@@ -143,8 +145,8 @@ TEST_F(TextElementTest, SetValueFillsThroughTheSetter) {
     EventLog log(*element);
     element->setValue(nullptr);
     EXPECT_TRUE(log.events.empty());
-    element->setValue(std::make_shared<ElementValueReference>("id", [] { return std::string("10115x"); }, true,
-                                                              ElementValueType::string));
+    element->setValue(std::make_shared<ElementValueReference>(
+        "id", [] { return std::string("10115x"); }, true, ElementValueType::string));
     EXPECT_EQ(shown(*element), "10115");
     EXPECT_EQ(log.types(), (std::vector<std::string>{"textChange"}));
     EXPECT_TRUE(log.last().complete);

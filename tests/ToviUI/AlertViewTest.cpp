@@ -134,8 +134,8 @@ TEST_F(AlertViewTest, BonusFollowsBrandingAtTheNextBuild) {
     EXPECT_EQ(view.find(by::type("AlertArrowUpShape")).props<ShapeProps>().stroke->paint, Paint(p.opacity(0.1)));
     EXPECT_EQ(view.find(by::type("ToviImage")).foreground(), p);
 
-    const std::string html = renderHtml(AlertView{{"Bonus", "x", AlertViewType::bonus, AlertShape::upArrow}},
-                                        toviHtmlOptions());
+    const std::string html =
+        renderHtml(AlertView{{"Bonus", "x", AlertViewType::bonus, AlertShape::upArrow}}, toviHtmlOptions());
     EXPECT_NE(html.find("<path d=\"M"), std::string::npos) << "the arrow is drawn as a real path";
 }
 

@@ -17,11 +17,17 @@ namespace {
 using testing::ScriptedToviClient;
 
 const std::vector<std::string> kStartOrder{
-    "customer.get",          "customer.getTransactions",  "merchant.get",
-    "customer.getReloadConfig", "merchant.getKorvaneApiKey", "merchant.getCardArtUrls",
+    "customer.get",
+    "customer.getTransactions",
+    "merchant.get",
+    "customer.getReloadConfig",
+    "merchant.getKorvaneApiKey",
+    "merchant.getCardArtUrls",
 };
 
-ToviApiError error(std::string message) { return ToviApiError{std::move(message), ""}; }
+ToviApiError error(std::string message) {
+    return ToviApiError{std::move(message), ""};
+}
 
 class BalanceViewModelTest : public ::testing::Test {
 protected:
@@ -113,9 +119,9 @@ TEST_F(BalanceViewModelTest, SuccessPublishesEachApplyStepSeparatelyAndLoadedLas
     watch(viewModel->balanceScreenUiState, "uiState");
     drain();
 
-    EXPECT_EQ(order, (std::vector<std::string>{"screenState", "balance", "appReload", "userReload", "paymentMethods",
-                                               "autoReload", "transactions", "cardArt", "apiKey", "tapToPay",
-                                               "uiState"}));
+    EXPECT_EQ(order,
+              (std::vector<std::string>{"screenState", "balance", "appReload", "userReload", "paymentMethods",
+                                        "autoReload", "transactions", "cardArt", "apiKey", "tapToPay", "uiState"}));
     EXPECT_EQ(*viewModel->walletBalanceDisplayString, "$42.75");
     EXPECT_EQ(viewModel->paymentMethodUiModels->at(1).card.brand, CardBrand::unknown) << "brand match is exact";
     EXPECT_EQ(*viewModel->autoReloadUiModel, AutoReloadUiModel(AutoReloadDisabled{.reloadThreshold = 700}));
@@ -156,8 +162,9 @@ TEST_F(BalanceViewModelTest, OnlyTheFirstFailureInAwaitOrderIsLogged) {
 
     client->release("customer.get");
     drain();
-    EXPECT_EQ(lines(), std::vector<std::string>{"Error fetching user info on balance page: "
-                                                "The operation couldn\u2019t be completed. (ToviApiError: customer down)"});
+    EXPECT_EQ(lines(),
+              std::vector<std::string>{"Error fetching user info on balance page: "
+                                       "The operation couldn\u2019t be completed. (ToviApiError: customer down)"});
     EXPECT_EQ(*viewModel->balanceScreenUiState, BalanceScreenUiState::error);
 }
 
@@ -295,8 +302,9 @@ TEST_F(BalanceViewModelTest, UpdateAutoReloadSendsTheStatusAndClosesTheSheet) {
     drain();
 
     ASSERT_EQ(client->autoReloadRequests.size(), 2u);
-    EXPECT_EQ(client->autoReloadRequests[0].status,
-              ToviSharedAutoReloadConfigurationStatus(ToviSharedAutoReloadConfigurationStatusEnabled{"pm_b", 2500, 1000}));
+    EXPECT_EQ(
+        client->autoReloadRequests[0].status,
+        ToviSharedAutoReloadConfigurationStatus(ToviSharedAutoReloadConfigurationStatusEnabled{"pm_b", 2500, 1000}));
     EXPECT_EQ(client->autoReloadRequests[1].status,
               ToviSharedAutoReloadConfigurationStatus(ToviSharedAutoReloadConfigurationStatusDisabled::disabled()));
     EXPECT_FALSE(*viewModel->showAutoReloadScreen);
@@ -330,8 +338,9 @@ TEST_F(BalanceViewModelTest, AddPaymentMethodFailureIsLoggedAndHandedBack) {
     drain();
 
     EXPECT_EQ(received, (ToviApiError{"Card refused", "402"}));
-    EXPECT_EQ(lines(), std::vector<std::string>{
-                           R"(error adding payment method: ToviApiError(humanReadableMessage: "Card refused", detail: "402"))"});
+    EXPECT_EQ(lines(),
+              std::vector<std::string>{
+                  R"(error adding payment method: ToviApiError(humanReadableMessage: "Card refused", detail: "402"))"});
     EXPECT_EQ(viewModel->paymentMethodUiModels->size(), 2u);
 }
 

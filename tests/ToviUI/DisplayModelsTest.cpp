@@ -25,9 +25,9 @@ TEST(CardBrandMapping, ExactCaseSensitiveBackendNames) {
         {"visa electron", CardBrand::visaElectron, "Visa Electron"},
         {"discover", CardBrand::discover, "Discover"},
         {"diners", CardBrand::dinersClub, "Diners Club"},
-        {"Visa", CardBrand::unknown, "Unknown"},             // case matters
-        {"visa ", CardBrand::unknown, "Unknown"},            // no trimming
-        {"dinersclub", CardBrand::unknown, "Unknown"},       // the backend says "diners"
+        {"Visa", CardBrand::unknown, "Unknown"},        // case matters
+        {"visa ", CardBrand::unknown, "Unknown"},       // no trimming
+        {"dinersclub", CardBrand::unknown, "Unknown"},  // the backend says "diners"
         {"", CardBrand::unknown, "Unknown"},
     };
     for (const auto& row : rows) {
@@ -46,7 +46,8 @@ TEST(PaymentMethodModel, FromRecordIsNeverExpiredAndHashesAllFields) {
     EXPECT_FALSE(expired.isValid());
     std::unordered_set<PaymentMethodUiModel> set{model, expired, model};
     EXPECT_EQ(set.size(), 2u);
-    EXPECT_NE(std::hash<CardUiModel>{}({CardBrand::visa, "1", "2"}), std::hash<CardUiModel>{}({CardBrand::amex, "1", "2"}));
+    EXPECT_NE(std::hash<CardUiModel>{}({CardBrand::visa, "1", "2"}),
+              std::hash<CardUiModel>{}({CardBrand::amex, "1", "2"}));
 }
 
 class TransactionDates : public ::testing::Test {
@@ -64,8 +65,8 @@ TEST_F(TransactionDates, ParseInUtcAndShowInTheDeviceZone) {
         {"2024-03-01T19:05:09.120+0200", "Mar 1 \u2022 12:05 PM"},  // same instant as above
         {"2024-07-04T04:30:00.000Z", "Jul 4 \u2022 12:30 AM"},      // summer time; hours keep a leading zero
         {"2024-01-09T14:00:00.000Z", "Jan 9 \u2022 09:00 AM"},
-        {"2024-03-01T17:05:09Z", std::nullopt},                     // no fractional seconds
-        {"2024-02-30T10:00:00.000Z", std::nullopt},                 // no such day
+        {"2024-03-01T17:05:09Z", std::nullopt},      // no fractional seconds
+        {"2024-02-30T10:00:00.000Z", std::nullopt},  // no such day
         {"yesterday", std::nullopt},
     };
     for (const auto& row : rows) EXPECT_EQ(transactionDateText(row.created), row.expected) << row.created;

@@ -31,7 +31,9 @@ TEST(ReloadBucket, DefaultBucketPrefersTheFirstPositiveBonus) {
         std::optional<std::string> expected;
     };
     const Row rows[] = {
-        {"a zero bonus does not count", {bucket("none", 100), bucket("zero", 200, 0), bucket("five", 300, 500)}, "five"},
+        {"a zero bonus does not count",
+         {bucket("none", 100), bucket("zero", 200, 0), bucket("five", 300, 500)},
+         "five"},
         {"no positive bonus: the first", {bucket("none", 100), bucket("zero", 200, 0)}, "none"},
         {"first of several bonuses", {bucket("a", 1, 5), bucket("b", 2, 9)}, "a"},
         {"empty", {}, std::nullopt},
@@ -162,8 +164,7 @@ TEST_F(ReloadConfigurationFromRecords, UserPresetsCarryOnlyPositivePromotions) {
     const ToviSharedUserReloadConfiguration user{{{"p", 2000, 250}, {"z", 1000, 0}, {"neg", 500, -5}}, true};
     const auto config = makeUserReloadConfiguration(user, merchant);
 
-    EXPECT_EQ(config.reloadBuckets,
-              (std::vector{bucket("p", 2000, 250), bucket("z", 1000), bucket("neg", 500)}))
+    EXPECT_EQ(config.reloadBuckets, (std::vector{bucket("p", 2000, 250), bucket("z", 1000), bucket("neg", 500)}))
         << "source order; no bonus at 0 or below";
     const auto& model = config.customCurrencyInputSetting.model();
     ASSERT_TRUE(model);

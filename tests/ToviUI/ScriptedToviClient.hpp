@@ -108,7 +108,8 @@ public:
     void provisionVirtualCard(ToviSharedProvisioningRequest request, ToviCall call,
                               ToviCompletion<ToviSharedProvisioning> done) override {
         provisioningRequests.push_back(std::move(request));
-        answer("customer.provisionVirtualCard", call, std::move(done), ToviSharedProvisioning{"cA==", "a2V5", "ZGF0YQ=="});
+        answer("customer.provisionVirtualCard", call, std::move(done),
+               ToviSharedProvisioning{"cA==", "a2V5", "ZGF0YQ=="});
     }
     void setAutoReloadConfiguration(ToviSharedAutoReloadConfigurationRequest request, ToviCall call,
                                     ToviCompletion<ToviSharedAutoReloadConfiguration> done) override {

@@ -11,13 +11,18 @@ using platform::DateComponents;
 using std::chrono::seconds;
 using std::chrono::system_clock;
 
-system_clock::time_point at(long long epochSeconds) { return system_clock::time_point(seconds(epochSeconds)); }
+system_clock::time_point at(long long epochSeconds) {
+    return system_clock::time_point(seconds(epochSeconds));
+}
 
-Calendar newYork() { return *Calendar::inTimeZone("America/New_York"); }
+Calendar newYork() {
+    return *Calendar::inTimeZone("America/New_York");
+}
 
 TEST(Calendar, ComponentsAreLocal) {
     EXPECT_EQ(newYork().components(at(1709294400)), (DateComponents{2024, 3, 1, 7, 0, 0, 0}));  // 12:00Z
-    EXPECT_EQ(Calendar::inTimeZone("Asia/Tokyo")->components(at(1709294400)), (DateComponents{2024, 3, 1, 21, 0, 0, 0}));
+    EXPECT_EQ(Calendar::inTimeZone("Asia/Tokyo")->components(at(1709294400)),
+              (DateComponents{2024, 3, 1, 21, 0, 0, 0}));
 }
 
 TEST(Calendar, ComponentsBeforeTheEpochFloorTheSecond) {
@@ -36,7 +41,9 @@ TEST(Calendar, DateFromComponents) {
         {{.year = 2025, .month = 12}, 1764565200, "first of the month at local midnight"},
         {{.year = 2024, .month = 13}, 1735707600, "month 13 rolls into January"},
         {{.year = 2024, .month = 3, .day = 10, .hour = 2, .minute = 30}, 1710054000, "skipped 02:30 gives 03:00 EDT"},
-        {{.year = 2024, .month = 11, .day = 3, .hour = 1, .minute = 30}, 1730611800, "repeated 01:30 gives the EDT one"},
+        {{.year = 2024, .month = 11, .day = 3, .hour = 1, .minute = 30},
+         1730611800,
+         "repeated 01:30 gives the EDT one"},
     };
     for (const auto& c : cases) EXPECT_EQ(newYork().date(c.components), at(c.expected)) << c.why;
 }

@@ -46,8 +46,10 @@ protected:
         platform::setCachesDirectory({});
     }
     static void restore(const char* name, const std::optional<std::string>& value) {
-        if (value) ::setenv(name, value->c_str(), 1);
-        else ::unsetenv(name);
+        if (value)
+            ::setenv(name, value->c_str(), 1);
+        else
+            ::unsetenv(name);
     }
     std::optional<std::string> savedXdg_, savedHome_;
 };

@@ -17,12 +17,12 @@ using platform::CurlSession;
 using platform::HttpAuthScheme;
 using platform::HttpCredential;
 using platform::HttpErrorCode;
+using platform::testing::cutMidBody;
+using platform::testing::delayed;
 using platform::testing::LoopbackRequest;
 using platform::testing::LoopbackResponse;
 using platform::testing::LoopbackServer;
 using platform::testing::respond;
-using platform::testing::delayed;
-using platform::testing::cutMidBody;
 
 const HttpCredential kGood{"user", "secret"};
 const HttpCredential kWrong{"user", "guess"};
@@ -139,16 +139,24 @@ TEST_F(CurlSessionAuthTest, ChallengeHeadersAreReadWhateverTheirShape) {
         std::optional<platform::ProtectionSpace> expected;  // absent: the handler is not asked
     };
     const std::vector<Case> cases = {
-        {"quoted realm", {R"(Basic realm="simple")"}, platform::ProtectionSpace{"", 0, "simple", HttpAuthScheme::basic}},
-        {"scheme in lower case, token realm", {"basic realm=plain"},
-         platform::ProtectionSpace{"", 0, "plain", HttpAuthScheme::basic}},
-        {"digest with more parameters", {R"(Digest realm="d@host", qop="auth", nonce="abc")"},
-         platform::ProtectionSpace{"", 0, "d@host", HttpAuthScheme::digest}},
-        {"digest preferred over basic", {R"(Basic realm="b")", R"(Digest realm="d", nonce="n")"},
-         platform::ProtectionSpace{"", 0, "d", HttpAuthScheme::digest}},
-        {"unknown scheme first in one field", {R"(Newauth realm="apps", type=1, Basic realm="simple")"},
+        {"quoted realm",
+         {R"(Basic realm="simple")"},
          platform::ProtectionSpace{"", 0, "simple", HttpAuthScheme::basic}},
-        {"escaped quote in realm", {R"(Basic realm="a \"b\"")"}, platform::ProtectionSpace{"", 0, R"(a "b")", HttpAuthScheme::basic}},
+        {"scheme in lower case, token realm",
+         {"basic realm=plain"},
+         platform::ProtectionSpace{"", 0, "plain", HttpAuthScheme::basic}},
+        {"digest with more parameters",
+         {R"(Digest realm="d@host", qop="auth", nonce="abc")"},
+         platform::ProtectionSpace{"", 0, "d@host", HttpAuthScheme::digest}},
+        {"digest preferred over basic",
+         {R"(Basic realm="b")", R"(Digest realm="d", nonce="n")"},
+         platform::ProtectionSpace{"", 0, "d", HttpAuthScheme::digest}},
+        {"unknown scheme first in one field",
+         {R"(Newauth realm="apps", type=1, Basic realm="simple")"},
+         platform::ProtectionSpace{"", 0, "simple", HttpAuthScheme::basic}},
+        {"escaped quote in realm",
+         {R"(Basic realm="a \"b\"")"},
+         platform::ProtectionSpace{"", 0, R"(a "b")", HttpAuthScheme::basic}},
         {"only schemes the session cannot answer", {R"(Bearer realm="api")"}, std::nullopt},
     };
     script = [](const AuthChallenge&) { return ChallengeAnswer{ChallengeDisposition::rejectProtectionSpace, {}}; };

@@ -17,12 +17,12 @@ using platform::CurlSession;
 using platform::HttpErrorCode;
 using platform::HttpHeaders;
 using platform::HttpRequest;
+using platform::testing::cutMidBody;
+using platform::testing::delayed;
 using platform::testing::LoopbackRequest;
 using platform::testing::LoopbackResponse;
 using platform::testing::LoopbackServer;
 using platform::testing::respond;
-using platform::testing::delayed;
-using platform::testing::cutMidBody;
 using namespace std::chrono_literals;
 
 LoopbackResponse echo(const LoopbackRequest& r) {
@@ -74,15 +74,16 @@ TEST_F(CurlSessionTest, MethodHeadersAndBodyArriveAsGiven) {
 TEST_F(CurlSessionTest, NothingIsAddedThatTheCallerDidNotSet) {
     const std::vector<WireCase> cases = {
         {"GET", "", {}},
-        {"POST", "", {}},              // curl would add a form content type
-        {"POST", "raw bytes", {}},     // ... here too
+        {"POST", "", {}},           // curl would add a form content type
+        {"POST", "raw bytes", {}},  // ... here too
         {"DELETE", "payload", {}},
         {"PUT", std::string(2 << 20, 'x'), {}},  // large enough for curl's "Expect: 100-continue"
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(std::string(c.method) + " with " + std::to_string(c.body.size()) + " bytes");
         server.clearReceivedRequests();
-        const auto result = http_test::perform(session, http_test::request(c.method, server.baseUrl() + "/echo", {}, c.body));
+        const auto result =
+            http_test::perform(session, http_test::request(c.method, server.baseUrl() + "/echo", {}, c.body));
         ASSERT_TRUE(result.has_value()) << result.error().message;
         const auto seen = server.receivedRequests().at(0);
         EXPECT_FALSE(seen.header("Content-Type").has_value());
@@ -130,12 +131,8 @@ TEST_F(CurlSessionTest, ResponseKeepsRepeatedHeadersStatusAndProgress) {
 }
 
 TEST_F(CurlSessionTest, RedirectsAreFollowedUpToALimit) {
-    server.on("GET", "/old", [](const LoopbackRequest&) {
-        return respond(302, "", {{"Location", "/echo"}});
-    });
-    server.on("GET", "/loop", [](const LoopbackRequest&) {
-        return respond(302, "", {{"Location", "/loop"}});
-    });
+    server.on("GET", "/old", [](const LoopbackRequest&) { return respond(302, "", {{"Location", "/echo"}}); });
+    server.on("GET", "/loop", [](const LoopbackRequest&) { return respond(302, "", {{"Location", "/loop"}}); });
     const auto moved = http_test::perform(session, http_test::get(server.baseUrl() + "/old"));
     ASSERT_TRUE(moved.has_value());
     EXPECT_EQ(moved->status, 200);
@@ -153,9 +150,7 @@ TEST_F(CurlSessionTest, EachFailureKindHasItsOwnCode) {
         closedPort = gone.port();
     }
     server.on("GET", "/slow", [](const LoopbackRequest&) { return delayed(10s, respond(200, "late")); });
-    server.on("GET", "/cut", [](const LoopbackRequest&) {
-        return cutMidBody(std::string(64 * 1024, 'c'));
-    });
+    server.on("GET", "/cut", [](const LoopbackRequest&) { return cutMidBody(std::string(64 * 1024, 'c')); });
     struct Case {
         const char* why;
         std::string url;
@@ -177,8 +172,8 @@ TEST_F(CurlSessionTest, EachFailureKindHasItsOwnCode) {
         request.timeout = c.timeout;
         const auto result = http_test::perform(session, request);
         ASSERT_FALSE(result.has_value()) << "status " << result->status;
-        EXPECT_EQ(result.error().code, c.expected) << platform::toString(result.error().code) << ": "
-                                                   << result.error().message;
+        EXPECT_EQ(result.error().code, c.expected)
+            << platform::toString(result.error().code) << ": " << result.error().message;
         EXPECT_FALSE(result.error().message.empty());
     }
 }
@@ -246,8 +241,8 @@ TEST_F(CurlSessionTest, ManyInFlightAllCompleteWithTheirOwnAnswers) {
     http_test::Completions completions;
     std::vector<std::shared_ptr<platform::DataTask>> tasks;
     for (std::size_t i = 0; i < kTasks; ++i) {
-        tasks.push_back(session.dataTask(http_test::get(server.baseUrl() + "/item/" + std::to_string(i)),
-                                         completions.callback(i)));
+        tasks.push_back(
+            session.dataTask(http_test::get(server.baseUrl() + "/item/" + std::to_string(i)), completions.callback(i)));
         if (i > 0) {
             EXPECT_GT(tasks[i]->taskIdentifier(), tasks[i - 1]->taskIdentifier());
         }
@@ -264,9 +259,10 @@ TEST_F(CurlSessionTest, CompletionRunsOnDelegateQueueAndMayReenter) {
     std::promise<std::pair<bool, platform::HttpResult>> inner;
     auto outer = session.dataTask(http_test::get(server.baseUrl() + "/echo"), [&](platform::HttpResult) {
         const bool onDelegate = session.delegateQueue().isCurrent();
-        auto next = session.dataTask(http_test::get(server.baseUrl() + "/echo"), [&, onDelegate](platform::HttpResult r) {
-            inner.set_value({onDelegate, std::move(r)});
-        });
+        auto next =
+            session.dataTask(http_test::get(server.baseUrl() + "/echo"), [&, onDelegate](platform::HttpResult r) {
+                inner.set_value({onDelegate, std::move(r)});
+            });
         next->resume();
         next->cancel();  // re-entrant cancel must not deadlock either
     });

@@ -13,7 +13,9 @@ using platform::DateFormatterOptions;
 using std::chrono::seconds;
 using std::chrono::system_clock;
 
-system_clock::time_point at(long long epochSeconds) { return system_clock::time_point(seconds(epochSeconds)); }
+system_clock::time_point at(long long epochSeconds) {
+    return system_clock::time_point(seconds(epochSeconds));
+}
 
 constexpr long long kMarch1Noon2024 = 1709294400;  // 2024-03-01T12:00:00Z
 
@@ -25,8 +27,8 @@ DateFormatter make(std::string_view pattern, const DateFormatterOptions& options
 
 TEST(DateFormatter, TimestampOffsetsGiveTheSameInstant) {
     const auto parser = make("yyyy-MM-dd'T'HH:mm:ss.SSSZ", {.locale = "en_US", .timeZone = "UTC"});
-    for (const char* text : {"2024-03-01T12:00:00.000Z", "2024-03-01T14:00:00.000+0200", "2024-03-01T14:00:00.000+02:00",
-                             "2024-03-01T07:00:00.000-0500"}) {
+    for (const char* text : {"2024-03-01T12:00:00.000Z", "2024-03-01T14:00:00.000+0200",
+                             "2024-03-01T14:00:00.000+02:00", "2024-03-01T07:00:00.000-0500"}) {
         EXPECT_EQ(parser.parse(text), at(kMarch1Noon2024)) << text;
     }
     EXPECT_EQ(parser.parse("2024-03-01T12:00:00.250Z"), at(kMarch1Noon2024) + std::chrono::milliseconds(250));

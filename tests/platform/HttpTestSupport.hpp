@@ -20,7 +20,8 @@ inline constexpr auto kGenerous = std::chrono::seconds(20);
 inline platform::HttpResult perform(platform::HttpSession& session, platform::HttpRequest request) {
     auto promise = std::make_shared<std::promise<platform::HttpResult>>();
     auto future = promise->get_future();
-    auto task = session.dataTask(std::move(request), [promise](platform::HttpResult r) { promise->set_value(std::move(r)); });
+    auto task =
+        session.dataTask(std::move(request), [promise](platform::HttpResult r) { promise->set_value(std::move(r)); });
     task->resume();
     if (future.wait_for(kGenerous) != std::future_status::ready) {
         ADD_FAILURE() << "no completion";

@@ -7,12 +7,12 @@
 
 namespace {
 
+using platform::testing::cutMidBody;
+using platform::testing::delayed;
 using platform::testing::LoopbackRequest;
 using platform::testing::LoopbackResponse;
 using platform::testing::LoopbackServer;
 using platform::testing::respond;
-using platform::testing::delayed;
-using platform::testing::cutMidBody;
 using namespace std::chrono_literals;
 
 class LoopbackServerTest : public ::testing::Test {

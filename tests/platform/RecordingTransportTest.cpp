@@ -59,7 +59,9 @@ TEST(RecordingTransport, RecordsInResumeOrderAndAnswersCannedThenHandlerThenErro
     auto d = transport.dataTask(at("/d"), log.callback("d"));
     b->resume();
     a->resume();
-    transport.setHandler([](const HttpRequest& r) { return HttpResult(platform::HttpResponse{200, {}, "handled " + r.url, {}}); });
+    transport.setHandler([](const HttpRequest& r) {
+        return HttpResult(platform::HttpResponse{200, {}, "handled " + r.url, {}});
+    });
     c->resume();
     transport.setHandler(nullptr);
     d->resume();

@@ -26,8 +26,11 @@ TEST(Regex, DigitClassCoversEveryScriptButAsciiRangeDoesNot) {
         bool asciiDigit;
     };
     const Case cases[] = {
-        {"7", true, true}, {"٤", true, false} /* Arabic-Indic four */, {"５", true, false} /* fullwidth five */,
-        {"a", false, false}, {"", false, false},
+        {"7", true, true},
+        {"٤", true, false} /* Arabic-Indic four */,
+        {"５", true, false} /* fullwidth five */,
+        {"a", false, false},
+        {"", false, false},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(digit.search(c.text), c.anyDigit) << c.text;
@@ -131,7 +134,8 @@ TEST(Regex, CopiesShareOnePatternAcrossThreads) {
     for (int t = 0; t < 4; ++t) {
         threads.emplace_back([copy = regex, &failures, t] {
             for (int i = 0; i < 200; ++i) {
-                if (!copy.matchesWhole("12/25") || copy.replaceAll(std::string_view("12/25"), std::string_view("$2$1")) != "2512") {
+                if (!copy.matchesWhole("12/25") ||
+                    copy.replaceAll(std::string_view("12/25"), std::string_view("$2$1")) != "2512") {
                     ++failures[t];
                 }
             }

@@ -43,10 +43,11 @@ struct Journal : platform::TextFieldDelegate {
     }
 
     void watch(TextField& field, const std::string& prefix = "") {
-        const std::pair<ControlEvent, const char*> events[] = {
-            {ControlEvent::touchDown, "touchDown"},          {ControlEvent::touchUpInside, "touchUpInside"},
-            {ControlEvent::editingDidBegin, "editingDidBegin"}, {ControlEvent::editingChanged, "editingChanged"},
-            {ControlEvent::editingDidEnd, "editingDidEnd"}};
+        const std::pair<ControlEvent, const char*> events[] = {{ControlEvent::touchDown, "touchDown"},
+                                                               {ControlEvent::touchUpInside, "touchUpInside"},
+                                                               {ControlEvent::editingDidBegin, "editingDidBegin"},
+                                                               {ControlEvent::editingChanged, "editingChanged"},
+                                                               {ControlEvent::editingDidEnd, "editingDidEnd"}};
         for (auto [event, name] : events) {
             field.addAction(event, [this, label = prefix + name](TextField&) { entries.push_back(label); });
         }

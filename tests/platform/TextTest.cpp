@@ -19,7 +19,9 @@ TEST(Text, ConversionsRoundTripAndReplaceIllFormedInput) {
     const Case cases[] = {
         {"\xFF", u"\uFFFD", "a byte that never starts a sequence"},
         {"a\xE2\x82", u"a\uFFFD", "a truncated sequence is one replacement"},
-        {"\xE2\x82" "a", u"\uFFFDa", "the byte after a truncated sequence survives"},
+        {"\xE2\x82"
+         "a",
+         u"\uFFFDa", "the byte after a truncated sequence survives"},
         {"\xC0\xAF", u"\uFFFD\uFFFD", "an overlong encoding is two bad bytes"},
         {"\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD", "an encoded surrogate is refused"},
     };
@@ -27,7 +29,10 @@ TEST(Text, ConversionsRoundTripAndReplaceIllFormedInput) {
         EXPECT_EQ(utf8ToUtf16(c.utf8), c.utf16) << c.why;
         EXPECT_EQ(utf16Length(c.utf8), c.utf16.size()) << c.why;
     }
-    EXPECT_EQ(utf16ToUtf8(u"\xD800" u"a"), "\uFFFD" "a");  // unpaired surrogate
+    EXPECT_EQ(utf16ToUtf8(u"\xD800"
+                          u"a"),
+              "\uFFFD"
+              "a");  // unpaired surrogate
     EXPECT_EQ(utf16ToUtf8(std::u16string(1, u'\xDC00')), "\uFFFD");
 }
 
@@ -49,7 +54,9 @@ TEST(Text, CharacterCountIsUserPerceived) {
         {"\U0001F1FA\U0001F1F8", 1, "a flag of two regional indicators"},
         {"\U0001F468\u200D\U0001F469\u200D\U0001F467", 1, "a family joined by ZWJ"},
         {"\U0001F44D\U0001F3FD", 1, "an emoji with a skin tone"},
-        {"\U0001F600" "12/25", 6, "an emoji and five ASCII characters"},
+        {"\U0001F600"
+         "12/25",
+         6, "an emoji and five ASCII characters"},
         {"\r\n", 1, "CR LF"},
     };
     for (const auto& c : cases) {

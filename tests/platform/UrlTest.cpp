@@ -10,8 +10,7 @@ TEST(UrlTest, PercentEncodingSetsPerComponent) {
     const std::string text = " \"#%<>?[\\]^`{|}&=;/:@+é";
     EXPECT_EQ(percentEncode(text, UrlCharacterSet::path),
               "%20%22%23%25%3C%3E%3F%5B%5C%5D%5E%60%7B%7C%7D&=%3B/:@+%C3%A9");
-    EXPECT_EQ(percentEncode(text, UrlCharacterSet::query),
-              "%20%22%23%25%3C%3E?%5B%5C%5D%5E%60%7B%7C%7D&=;/:@+%C3%A9");
+    EXPECT_EQ(percentEncode(text, UrlCharacterSet::query), "%20%22%23%25%3C%3E?%5B%5C%5D%5E%60%7B%7C%7D&=;/:@+%C3%A9");
     EXPECT_EQ(percentEncode(text, UrlCharacterSet::queryItem),
               "%20%22%23%25%3C%3E?%5B%5C%5D%5E%60%7B%7C%7D%26%3D;/:@+%C3%A9");
     EXPECT_EQ(percentEncode("AZaz09-._~!$'()*,", UrlCharacterSet::path), "AZaz09-._~!$'()*,");
@@ -42,8 +41,7 @@ TEST(UrlTest, ComponentsAndQueryItems) {
     EXPECT_EQ(url.port(), 8080);
     EXPECT_EQ(url.lastPathComponent(), "file.tar.gz");
     EXPECT_EQ(url.pathExtension(), "gz");
-    EXPECT_EQ(url.queryItems(),
-              (std::vector<UrlQueryItem>{{"a", "1"}, {"b", "x y"}, {"c", std::nullopt}}));
+    EXPECT_EQ(url.queryItems(), (std::vector<UrlQueryItem>{{"a", "1"}, {"b", "x y"}, {"c", std::nullopt}}));
     url.setQueryItems(std::vector<UrlQueryItem>{{"k", "v&w"}, {"n", std::nullopt}});
     EXPECT_EQ(url.string(), "https://h.test:8080/dir/file.tar.gz?k=v%26w&n");
     url.setQueryItems(std::nullopt);

@@ -29,13 +29,13 @@ TEST(Uuid, ParseRoundTripsAndAcceptsEitherCase) {
 
 TEST(Uuid, ParseRejectsMalformedText) {
     for (const char* bad : {
-             "",                                       // empty
-             "E621E1F8C36C495A93FC0C247A3E6E5F",       // no dashes
-             "E621E1F8-C36C-495A-93FC-0C247A3E6E5",    // one digit short
-             "E621E1F8-C36C-495A-93FC-0C247A3E6E5F0",  // one digit long
-             "G621E1F8-C36C-495A-93FC-0C247A3E6E5F",   // not hexadecimal
-             "E621E1F8-C36C-495A93FC-0C247A3E6E5F-",   // dash in the wrong place
-             "{E621E1F8-C36C-495A-93FC-0C247A3E6E5F}", // braces
+             "",                                        // empty
+             "E621E1F8C36C495A93FC0C247A3E6E5F",        // no dashes
+             "E621E1F8-C36C-495A-93FC-0C247A3E6E5",     // one digit short
+             "E621E1F8-C36C-495A-93FC-0C247A3E6E5F0",   // one digit long
+             "G621E1F8-C36C-495A-93FC-0C247A3E6E5F",    // not hexadecimal
+             "E621E1F8-C36C-495A93FC-0C247A3E6E5F-",    // dash in the wrong place
+             "{E621E1F8-C36C-495A-93FC-0C247A3E6E5F}",  // braces
          }) {
         EXPECT_FALSE(platform::Uuid::parse(bad)) << bad;
     }

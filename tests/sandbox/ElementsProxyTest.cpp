@@ -22,7 +22,8 @@ protected:
     void SetUp() override {
         VaultTest::SetUp();
         vault.addProxyKey("echo-key", [](const SandboxVaultRequest&) {
-            return SandboxVaultAnswer{200, {{"Content-Type", "application/json"}},
+            return SandboxVaultAnswer{200,
+                                      {{"Content-Type", "application/json"}},
                                       R"({"card": {"number": "4111111111111111", "tags": ["a", 7]}, "ok": true})"};
         });
     }
@@ -94,11 +95,13 @@ TEST_F(ElementsProxy, TheProxyKeyWinsOverTheProxyUrl) {
 }
 
 TEST_F(ElementsProxy, LeavesAreOpaqueUnlessTheRawHeaderComesInAnyCase) {
-    const char* raw[] = {"kv-expose-raw-proxy-response", "KV-EXPOSE-RAW-PROXY-RESPONSE", "Kv-Expose-Raw-Proxy-Response"};
+    const char* raw[] = {"kv-expose-raw-proxy-response", "KV-EXPOSE-RAW-PROXY-RESPONSE",
+                         "Kv-Expose-Raw-Proxy-Response"};
     for (const char* header : raw) {
         SCOPED_TRACE(header);
         vault.addProxyKey("raw-key", [header](const SandboxVaultRequest&) {
-            return SandboxVaultAnswer{200, {{header, "whatever"}}, R"({"card": {"number": "4111111111111111"}, "n": 7})"};
+            return SandboxVaultAnswer{
+                200, {{header, "whatever"}}, R"({"card": {"number": "4111111111111111"}, "n": 7})"};
         });
         HttpOutcome out;
         run(out, "sandbox-api-key", "raw-key", std::nullopt, std::nullopt);
@@ -188,7 +191,9 @@ TEST_F(ElementsProxy, FaultsEachEndInOneErrorOrAParseFailure) {
     stalls.on("*", "*", [](const LoopbackRequest&) {
         return platform::testing::delayed(std::chrono::hours(1), platform::testing::respond(200, "{}"));
     });
-    vault.addProxyKey("garbage", [](const SandboxVaultRequest&) { return SandboxVaultAnswer{200, {}, "{\"a\": nope"}; });
+    vault.addProxyKey("garbage", [](const SandboxVaultRequest&) {
+        return SandboxVaultAnswer{200, {}, "{\"a\": nope"};
+    });
     KorvaneElements::setHttpSession(std::make_shared<ImpatientSession>(std::chrono::milliseconds(300)));
 
     ProxyHttpRequest toRefused;

@@ -113,7 +113,8 @@ TEST_F(ElementsTokenize, AnEmptyStaticKeyIsStillSentAndRefused) {
 
     platform::RecordingTransport transport;
     transport.enqueueResponse(201, R"({"id": "t"})");
-    korvane::KorvaneAPI::setRequestBuilderFactory(std::make_shared<korvane::URLSessionRequestBuilderFactory>(&transport));
+    korvane::KorvaneAPI::setRequestBuilderFactory(
+        std::make_shared<korvane::URLSessionRequestBuilderFactory>(&transport));
     Outcome<anycodable::AnyCodable> out;
     KorvaneElements::tokenize(card.body(), std::nullopt, out.completion());
     ASSERT_TRUE(waitFor([&] { return out.calls > 0; }));
@@ -320,7 +321,8 @@ TEST_F(ElementsTokenizeFaults, EachEndsInOneErrorAndLeavesTheBodyReusable) {
     };
     Card card;
     const anycodable::Map body = card.body();
-    korvane::KorvaneAPI::setRequestBuilderFactory(std::make_shared<korvane::URLSessionRequestBuilderFactory>(&impatient));
+    korvane::KorvaneAPI::setRequestBuilderFactory(
+        std::make_shared<korvane::URLSessionRequestBuilderFactory>(&impatient));
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         KorvaneElements::setBasePath(row.basePath);

@@ -172,10 +172,10 @@ TEST_F(SandboxTest, AutoReloadStateIsStoredAndKeptWhenTurnedOff) {
 
 TEST_F(SandboxTest, AddedCardsTakeTheirDetailsFromTheVault) {
     auto vault = std::make_shared<TableVault>();
-    vault->masked = {{"tok_visa", "424242XXXXXX4242"},        {"tok_amex", "3782 82XXXXX 0005"},
-                     {"tok_mc2", "222300XXXXXX0011"},         {"tok_electron", "417500XXXXXX0008"},
-                     {"tok_diners", "305693XXXX5904"},        {"tok_disc", "601111XXXXXX1117"},
-                     {"tok_odd", "999999XXXXXX9999"},         {"tok_bad", "XXXXXXXXXXXX4242"}};
+    vault->masked = {{"tok_visa", "424242XXXXXX4242"}, {"tok_amex", "3782 82XXXXX 0005"},
+                     {"tok_mc2", "222300XXXXXX0011"},  {"tok_electron", "417500XXXXXX0008"},
+                     {"tok_diners", "305693XXXX5904"}, {"tok_disc", "601111XXXXXX1117"},
+                     {"tok_odd", "999999XXXXXX9999"},  {"tok_bad", "XXXXXXXXXXXX4242"}};
     auto client = make(vault);
     auto add = [&](std::string token) {
         return *call<ToviSharedPaymentMethod>([&](ToviCall c, auto done) {
@@ -183,9 +183,9 @@ TEST_F(SandboxTest, AddedCardsTakeTheirDetailsFromTheVault) {
         });
     };
     const std::map<std::string, ToviSharedCard> expected{
-        {"tok_visa", {"visa", "424242", "4242"}},        {"tok_amex", {"amex", "378282", "0005"}},
-        {"tok_mc2", {"mastercard", "222300", "0011"}},   {"tok_electron", {"visa electron", "417500", "0008"}},
-        {"tok_diners", {"diners", "305693", "5904"}},    {"tok_disc", {"discover", "601111", "1117"}},
+        {"tok_visa", {"visa", "424242", "4242"}},      {"tok_amex", {"amex", "378282", "0005"}},
+        {"tok_mc2", {"mastercard", "222300", "0011"}}, {"tok_electron", {"visa electron", "417500", "0008"}},
+        {"tok_diners", {"diners", "305693", "5904"}},  {"tok_disc", {"discover", "601111", "1117"}},
         {"tok_odd", {"unknown", "999999", "9999"}},
     };
     for (const auto& [token, card] : expected) {
@@ -216,8 +216,9 @@ TEST_F(SandboxTest, WithoutAVaultCardsAreMadeUpFromTheToken) {
 
 TEST_F(SandboxTest, VirtualCardsProvisionWithBase64Data) {
     auto client = make();
-    auto card = call<ToviSharedVirtualCard>(
-        [&](ToviCall c, auto done) { client->customer()->createVirtualCard(client->customerId(), c, std::move(done)); });
+    auto card = call<ToviSharedVirtualCard>([&](ToviCall c, auto done) {
+        client->customer()->createVirtualCard(client->customerId(), c, std::move(done));
+    });
     ASSERT_TRUE(card && *card);
     EXPECT_EQ((*card)->lastFour.size(), 4u);
     EXPECT_EQ((*card)->cardHolderName, "Alex Morgan");
@@ -260,7 +261,8 @@ TEST(SandboxConcurrency, ConcurrentCallsFromManyThreadsAreAllApplied) {
     }
     finished.wait();
     EXPECT_EQ(client->customerSnapshot().balance.amount, before + kThreads * kPerThread);
-    EXPECT_EQ(client->transactionsSnapshot().size(), SandboxSeed::standard().transactions.size() + kThreads * kPerThread);
+    EXPECT_EQ(client->transactionsSnapshot().size(),
+              SandboxSeed::standard().transactions.size() + kThreads * kPerThread);
 }
 
 TEST(SandboxConcurrency, AScriptedCountOfFailuresIsSpentExactlyAcrossThreads) {

@@ -95,7 +95,8 @@ TEST_F(SandboxVault, TokenizeKeepsTheShapeAndMasksCards) {
     const auto answer = nlohmann::json::parse(response.body);
     const auto& card = answer["card"];
     EXPECT_EQ(card["type"], "card");
-    EXPECT_EQ(card["data"], (nlohmann::json{{"number", "555555XXXXXX4444"}, {"expiration_month", 3}, {"expiration_year", 2031}}));
+    EXPECT_EQ(card["data"],
+              (nlohmann::json{{"number", "555555XXXXXX4444"}, {"expiration_month", 3}, {"expiration_year", 2031}}));
     ASSERT_EQ(answer["more"].size(), 2u);
     EXPECT_EQ(answer["more"][1]["data"], "x");
     EXPECT_EQ(vault.tokenCount(), 3u);

@@ -23,7 +23,8 @@ protected:
     platform::ScopedLocale locale{"en_US", "UTC"};
     platform::ManualMainQueueScope main;
     PaymentMethodUpdateManager updates;
-    std::shared_ptr<SandboxToviClient> client = SandboxToviClient::create({.seed = SandboxSeed::standard(), .timers = &main.queue(), .vault = nullptr});
+    std::shared_ptr<SandboxToviClient> client =
+        SandboxToviClient::create({.seed = SandboxSeed::standard(), .timers = &main.queue(), .vault = nullptr});
     platform::ConsoleCapture console;
 };
 

@@ -82,7 +82,8 @@ TEST_F(SandboxWalletThreads, AFailureCancelsTheSlowCallsAndWaitsForThemBeforeThe
     });
 
     ASSERT_EQ(runUntilSettled(*viewModel), BalanceScreenUiState::error);
-    const auto ended = std::ranges::count_if(eventsAtError, [](const SandboxEvent& e) { return e.kind != Kind::started; });
+    const auto ended =
+        std::ranges::count_if(eventsAtError, [](const SandboxEvent& e) { return e.kind != Kind::started; });
     EXPECT_EQ(ended, 6) << "every call had ended when the error was published";
     for (auto operation : {SandboxOperation::getTransactions, SandboxOperation::getCardArtUrls}) {
         EXPECT_NE(std::ranges::find(eventsAtError, SandboxEvent{operation, Kind::failed}), eventsAtError.end())

@@ -33,11 +33,14 @@ using korvane::elements::KorvaneElements;
 class ImpatientSession final : public platform::HttpSession {
 public:
     explicit ImpatientSession(std::chrono::milliseconds timeout) : timeout_(timeout) {}
-    std::shared_ptr<platform::DataTask> dataTask(platform::HttpRequest request, platform::HttpCompletion completion) override {
+    std::shared_ptr<platform::DataTask> dataTask(platform::HttpRequest request,
+                                                 platform::HttpCompletion completion) override {
         request.timeout = timeout_;
         return inner_.dataTask(std::move(request), std::move(completion));
     }
-    void setChallengeHandler(platform::ChallengeHandler handler) override { inner_.setChallengeHandler(std::move(handler)); }
+    void setChallengeHandler(platform::ChallengeHandler handler) override {
+        inner_.setChallengeHandler(std::move(handler));
+    }
     platform::Executor& delegateQueue() override { return inner_.delegateQueue(); }
 
 private:

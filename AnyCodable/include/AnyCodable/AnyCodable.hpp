@@ -52,41 +52,31 @@ struct BasicAny {
 
     BasicAny() = default;
     template <class T>
-        requires(std::is_constructible_v<Value, T &&> && !std::is_same_v<std::remove_cvref_t<T>, BasicAny>)
-    BasicAny(T&& v) : value(std::forward<T>(v)) {}
+    requires(std::is_constructible_v<Value, T&&> && !std::is_same_v<std::remove_cvref_t<T>, BasicAny>) BasicAny(T&& v)
+        : value(std::forward<T>(v)) {}
 
     // The array literal: the elements in order.
-    [[nodiscard]] static BasicAny array(std::initializer_list<Value> items)
-        requires(F != Flavor::decodable)
-    {
+    [[nodiscard]] static BasicAny array(std::initializer_list<Value> items) requires(F != Flavor::decodable) {
         return BasicAny(Value(Array(items)));
     }
     // The dictionary literal: on a repeated key the first value wins.
-    [[nodiscard]] static BasicAny map(std::initializer_list<Map::Entry> entries)
-        requires(F != Flavor::decodable)
-    {
+    [[nodiscard]] static BasicAny map(std::initializer_list<Map::Entry> entries) requires(F != Flavor::decodable) {
         return BasicAny(Value(Map(entries)));
     }
 
     // Reads one JSON document.
-    [[nodiscard]] static std::expected<BasicAny, DecodingError> fromJson(std::string_view text)
-        requires(F != Flavor::encodable)
-    {
+    [[nodiscard]] static std::expected<BasicAny, DecodingError> fromJson(std::string_view text) requires(
+        F != Flavor::encodable) {
         auto read = readJson(text);
         if (!read) return std::unexpected(std::move(read.error()));
         return BasicAny(std::move(*read));
     }
 
     [[nodiscard]] std::expected<std::string, EncodingError> toJson(EncodingOptions options = {}) const
-        requires(F != Flavor::decodable)
-    {
+        requires(F != Flavor::decodable) {
         return anycodable::toJson(value, std::move(options));
     }
-    void encode(JsonWriter& writer) const
-        requires(F != Flavor::decodable)
-    {
-        writeValue(writer, value);
-    }
+    void encode(JsonWriter& writer) const requires(F != Flavor::decodable) { writeValue(writer, value); }
 
     [[nodiscard]] std::string description() const { return anycodable::description(value); }
     [[nodiscard]] std::string debugDescription() const {

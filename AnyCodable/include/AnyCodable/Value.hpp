@@ -64,9 +64,9 @@ enum class UInt32 : std::uint32_t {};
 enum class UInt64 : std::uint64_t {};
 
 template <class T>
-concept SizedInteger = std::is_same_v<T, Int8> || std::is_same_v<T, Int16> || std::is_same_v<T, Int32> ||
-                       std::is_same_v<T, Int64> || std::is_same_v<T, UInt8> || std::is_same_v<T, UInt16> ||
-                       std::is_same_v<T, UInt32> || std::is_same_v<T, UInt64>;
+concept SizedInteger =
+    std::is_same_v<T, Int8> || std::is_same_v<T, Int16> || std::is_same_v<T, Int32> || std::is_same_v<T, Int64> ||
+    std::is_same_v<T, UInt8> || std::is_same_v<T, UInt16> || std::is_same_v<T, UInt32> || std::is_same_v<T, UInt64>;
 
 using Date = std::chrono::system_clock::time_point;
 
@@ -140,11 +140,10 @@ public:
     Value(Null v) : storage_(v) {}
     Value(bool v) : storage_(v) {}
     template <std::signed_integral T>
-        requires(!std::is_same_v<T, char>)
-    Value(T v) : storage_(static_cast<std::int64_t>(v)) {}
+    requires(!std::is_same_v<T, char>) Value(T v) : storage_(static_cast<std::int64_t>(v)) {}
     template <std::unsigned_integral T>
-        requires(!std::is_same_v<T, bool> && !std::is_same_v<T, char>)
-    Value(T v) : storage_(static_cast<std::uint64_t>(v)) {}
+    requires(!std::is_same_v<T, bool> && !std::is_same_v<T, char>) Value(T v)
+        : storage_(static_cast<std::uint64_t>(v)) {}
     template <SizedInteger T>
     Value(T v) : storage_(v) {}
     Value(char) = delete;  // text or number? Say which with a string or an integer type.
@@ -165,8 +164,8 @@ public:
     template <class T>
     Value(const std::optional<T>& v) : Value(v ? Value(*v) : Value()) {}
     template <class T>
-        requires(!std::is_same_v<T, Value>)
-    Value(const std::vector<T>& items) : storage_(Array(items.begin(), items.end())) {}
+    requires(!std::is_same_v<T, Value>) Value(const std::vector<T>& items)
+        : storage_(Array(items.begin(), items.end())) {}
     template <class T, class C>
     Value(const std::map<std::string, T, C>& items) : storage_(Map()) {
         auto& map = std::get<Map>(storage_);

@@ -26,10 +26,8 @@ struct AccessRule {
     friend bool operator==(const AccessRule&, const AccessRule&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("description", &AccessRule::description),
-                      optional("priority", &AccessRule::priority),
-                      optional("container", &AccessRule::container),
-                      optional("transform", &AccessRule::transform),
+        return fields(optional("description", &AccessRule::description), optional("priority", &AccessRule::priority),
+                      optional("container", &AccessRule::container), optional("transform", &AccessRule::transform),
                       optional("conditions", &AccessRule::conditions),
                       optional("permissions", &AccessRule::permissions));
     }

@@ -32,18 +32,13 @@ struct Application {
     friend bool operator==(const Application&, const Application&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("id", &Application::id),
-                      optional("tenant_id", &Application::tenantId),
-                      optional("name", &Application::name),
-                      optional("key", &Application::key),
-                      optional("type", &Application::type),
-                      optional("created_by", &Application::createdBy),
-                      optional("created_at", &Application::createdAt),
-                      optional("modified_by", &Application::modifiedBy),
-                      optional("modified_at", &Application::modifiedAt),
-                      optional("expires_at", &Application::expiresAt),
-                      optional("permissions", &Application::permissions),
-                      optional("rules", &Application::rules));
+        return fields(
+            optional("id", &Application::id), optional("tenant_id", &Application::tenantId),
+            optional("name", &Application::name), optional("key", &Application::key),
+            optional("type", &Application::type), optional("created_by", &Application::createdBy),
+            optional("created_at", &Application::createdAt), optional("modified_by", &Application::modifiedBy),
+            optional("modified_at", &Application::modifiedAt), optional("expires_at", &Application::expiresAt),
+            optional("permissions", &Application::permissions), optional("rules", &Application::rules));
     }
 };
 

@@ -29,8 +29,7 @@ struct ApplicationTemplate {
     friend bool operator==(const ApplicationTemplate&, const ApplicationTemplate&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("id", &ApplicationTemplate::id),
-                      optional("name", &ApplicationTemplate::name),
+        return fields(optional("id", &ApplicationTemplate::id), optional("name", &ApplicationTemplate::name),
                       optional("description", &ApplicationTemplate::description),
                       optional("application_type", &ApplicationTemplate::applicationType),
                       optional("template_type", &ApplicationTemplate::templateType),

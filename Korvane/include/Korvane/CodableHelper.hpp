@@ -48,7 +48,8 @@ public:
     static void resetForTesting();
 
     // Strategies that write and read dates with `formatter`, holding it.
-    [[nodiscard]] static std::function<std::string(Date)> formatted(std::shared_ptr<const OpenISO8601DateFormatter> formatter);
+    [[nodiscard]] static std::function<std::string(Date)> formatted(
+        std::shared_ptr<const OpenISO8601DateFormatter> formatter);
     [[nodiscard]] static std::function<std::optional<Date>(std::string_view)> parsed(
         std::shared_ptr<const OpenISO8601DateFormatter> formatter);
 };

@@ -21,8 +21,7 @@ struct Condition {
     friend bool operator==(const Condition&, const Condition&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("attribute", &Condition::attribute),
-                      optional("operator", &Condition::_operator),
+        return fields(optional("attribute", &Condition::attribute), optional("operator", &Condition::_operator),
                       optional("value", &Condition::value));
     }
 };

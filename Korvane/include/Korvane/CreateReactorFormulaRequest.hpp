@@ -30,14 +30,13 @@ struct CreateReactorFormulaRequest {
     friend bool operator==(const CreateReactorFormulaRequest&, const CreateReactorFormulaRequest&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("id", &CreateReactorFormulaRequest::id),
-                      required("type", &CreateReactorFormulaRequest::type),
-                      required("name", &CreateReactorFormulaRequest::name),
-                      optional("description", &CreateReactorFormulaRequest::description),
-                      optional("icon", &CreateReactorFormulaRequest::icon),
-                      optional("code", &CreateReactorFormulaRequest::code),
-                      optional("configuration", &CreateReactorFormulaRequest::configuration),
-                      optional("request_parameters", &CreateReactorFormulaRequest::requestParameters));
+        return fields(
+            optional("id", &CreateReactorFormulaRequest::id), required("type", &CreateReactorFormulaRequest::type),
+            required("name", &CreateReactorFormulaRequest::name),
+            optional("description", &CreateReactorFormulaRequest::description),
+            optional("icon", &CreateReactorFormulaRequest::icon), optional("code", &CreateReactorFormulaRequest::code),
+            optional("configuration", &CreateReactorFormulaRequest::configuration),
+            optional("request_parameters", &CreateReactorFormulaRequest::requestParameters));
     }
 };
 

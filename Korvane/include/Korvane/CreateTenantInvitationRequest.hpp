@@ -17,9 +17,7 @@ struct CreateTenantInvitationRequest {
 
     friend bool operator==(const CreateTenantInvitationRequest&, const CreateTenantInvitationRequest&) = default;
 
-    static constexpr auto jsonFields() {
-        return fields(required("email", &CreateTenantInvitationRequest::email));
-    }
+    static constexpr auto jsonFields() { return fields(required("email", &CreateTenantInvitationRequest::email)); }
 };
 
 }  // namespace korvane

@@ -11,10 +11,10 @@
 #include <vector>
 
 #include "AnyCodable/AnyCodable.hpp"
-#include "Korvane/JSONCodec.hpp"
 #include "Korvane/EncryptionMetadata.hpp"
-#include "Korvane/Privacy.hpp"
+#include "Korvane/JSONCodec.hpp"
 #include "Korvane/ModelFields.hpp"
+#include "Korvane/Privacy.hpp"
 
 namespace korvane {
 
@@ -35,18 +35,16 @@ struct CreateTokenRequest {
     friend bool operator==(const CreateTokenRequest&, const CreateTokenRequest&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("id", &CreateTokenRequest::id),
-                      optional("type", &CreateTokenRequest::type),
-                      alwaysWritten("data", &CreateTokenRequest::data),
-                      optional("encryption", &CreateTokenRequest::encryption),
-                      optional("privacy", &CreateTokenRequest::privacy),
-                      optional("metadata", &CreateTokenRequest::metadata),
-                      optional("search_indexes", &CreateTokenRequest::searchIndexes),
-                      optional("fingerprint_expression", &CreateTokenRequest::fingerprintExpression),
-                      optional("mask", &CreateTokenRequest::mask),
-                      optional("deduplicate_token", &CreateTokenRequest::deduplicateToken),
-                      optional("expires_at", &CreateTokenRequest::expiresAt),
-                      optional("containers", &CreateTokenRequest::containers));
+        return fields(
+            optional("id", &CreateTokenRequest::id), optional("type", &CreateTokenRequest::type),
+            alwaysWritten("data", &CreateTokenRequest::data), optional("encryption", &CreateTokenRequest::encryption),
+            optional("privacy", &CreateTokenRequest::privacy), optional("metadata", &CreateTokenRequest::metadata),
+            optional("search_indexes", &CreateTokenRequest::searchIndexes),
+            optional("fingerprint_expression", &CreateTokenRequest::fingerprintExpression),
+            optional("mask", &CreateTokenRequest::mask),
+            optional("deduplicate_token", &CreateTokenRequest::deduplicateToken),
+            optional("expires_at", &CreateTokenRequest::expiresAt),
+            optional("containers", &CreateTokenRequest::containers));
     }
 };
 

@@ -11,8 +11,8 @@
 
 #include "AnyCodable/AnyCodable.hpp"
 #include "Korvane/JSONCodec.hpp"
-#include "Korvane/Privacy.hpp"
 #include "Korvane/ModelFields.hpp"
+#include "Korvane/Privacy.hpp"
 #include "platform/Uuid.hpp"
 
 namespace korvane {
@@ -39,23 +39,20 @@ struct CreateTokenResponse {
     friend bool operator==(const CreateTokenResponse&, const CreateTokenResponse&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("id", &CreateTokenResponse::id),
-                      optional("tenant_id", &CreateTokenResponse::tenantId),
-                      optional("type", &CreateTokenResponse::type),
-                      optional("fingerprint", &CreateTokenResponse::fingerprint),
-                      optional("fingerprint_expression", &CreateTokenResponse::fingerprintExpression),
-                      optional("mask", &CreateTokenResponse::mask),
-                      optional("data", &CreateTokenResponse::data),
-                      optional("metadata", &CreateTokenResponse::metadata),
-                      optional("privacy", &CreateTokenResponse::privacy),
-                      optional("search_indexes", &CreateTokenResponse::searchIndexes),
-                      optional("created_by", &CreateTokenResponse::createdBy),
-                      optional("created_at", &CreateTokenResponse::createdAt),
-                      optional("modified_by", &CreateTokenResponse::modifiedBy),
-                      optional("modified_at", &CreateTokenResponse::modifiedAt),
-                      optional("expires_at", &CreateTokenResponse::expiresAt),
-                      optional("containers", &CreateTokenResponse::containers),
-                      optional("aliases", &CreateTokenResponse::aliases));
+        return fields(
+            optional("id", &CreateTokenResponse::id), optional("tenant_id", &CreateTokenResponse::tenantId),
+            optional("type", &CreateTokenResponse::type), optional("fingerprint", &CreateTokenResponse::fingerprint),
+            optional("fingerprint_expression", &CreateTokenResponse::fingerprintExpression),
+            optional("mask", &CreateTokenResponse::mask), optional("data", &CreateTokenResponse::data),
+            optional("metadata", &CreateTokenResponse::metadata), optional("privacy", &CreateTokenResponse::privacy),
+            optional("search_indexes", &CreateTokenResponse::searchIndexes),
+            optional("created_by", &CreateTokenResponse::createdBy),
+            optional("created_at", &CreateTokenResponse::createdAt),
+            optional("modified_by", &CreateTokenResponse::modifiedBy),
+            optional("modified_at", &CreateTokenResponse::modifiedAt),
+            optional("expires_at", &CreateTokenResponse::expiresAt),
+            optional("containers", &CreateTokenResponse::containers),
+            optional("aliases", &CreateTokenResponse::aliases));
     }
 };
 

@@ -9,7 +9,13 @@
 namespace korvane {
 
 // Cases in declaration order.
-enum class DownloadException { responseDataMissing, responseFailed, requestMissing, requestMissingPath, requestMissingURL };
+enum class DownloadException {
+    responseDataMissing,
+    responseFailed,
+    requestMissing,
+    requestMissingPath,
+    requestMissingURL
+};
 
 // The case's name, "requestMissingURL".
 [[nodiscard]] std::string_view toString(DownloadException exception);

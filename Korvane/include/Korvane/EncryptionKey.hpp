@@ -20,8 +20,7 @@ struct EncryptionKey {
     friend bool operator==(const EncryptionKey&, const EncryptionKey&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(required("key", &EncryptionKey::key),
-                      optional("prov", &EncryptionKey::prov),
+        return fields(required("key", &EncryptionKey::key), optional("prov", &EncryptionKey::prov),
                       optional("alg", &EncryptionKey::alg));
     }
 };

@@ -7,8 +7,8 @@
 #include <optional>
 #include <string>
 
-#include "Korvane/JSONCodec.hpp"
 #include "Korvane/EncryptionKey.hpp"
+#include "Korvane/JSONCodec.hpp"
 #include "Korvane/ModelFields.hpp"
 
 namespace korvane {
@@ -20,8 +20,7 @@ struct EncryptionMetadata {
     friend bool operator==(const EncryptionMetadata&, const EncryptionMetadata&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("cek", &EncryptionMetadata::cek),
-                      optional("kek", &EncryptionMetadata::kek));
+        return fields(optional("cek", &EncryptionMetadata::cek), optional("kek", &EncryptionMetadata::kek));
     }
 };
 

@@ -24,10 +24,8 @@ struct GetApplications {
     friend bool operator==(const GetApplications&, const GetApplications&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("id", &GetApplications::id),
-                      optional("type", &GetApplications::type),
-                      optional("page", &GetApplications::page),
-                      optional("size", &GetApplications::size));
+        return fields(optional("id", &GetApplications::id), optional("type", &GetApplications::type),
+                      optional("page", &GetApplications::page), optional("size", &GetApplications::size));
     }
 };
 

@@ -24,12 +24,9 @@ struct GetLogs {
     friend bool operator==(const GetLogs&, const GetLogs&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("entity_type", &GetLogs::entityType),
-                      optional("entity_id", &GetLogs::entityId),
-                      optional("start_date", &GetLogs::startDate),
-                      optional("end_date", &GetLogs::endDate),
-                      optional("page", &GetLogs::page),
-                      optional("size", &GetLogs::size));
+        return fields(optional("entity_type", &GetLogs::entityType), optional("entity_id", &GetLogs::entityId),
+                      optional("start_date", &GetLogs::startDate), optional("end_date", &GetLogs::endDate),
+                      optional("page", &GetLogs::page), optional("size", &GetLogs::size));
     }
 };
 

@@ -24,10 +24,8 @@ struct GetProxies {
     friend bool operator==(const GetProxies&, const GetProxies&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("id", &GetProxies::id),
-                      optional("name", &GetProxies::name),
-                      optional("page", &GetProxies::page),
-                      optional("size", &GetProxies::size));
+        return fields(optional("id", &GetProxies::id), optional("name", &GetProxies::name),
+                      optional("page", &GetProxies::page), optional("size", &GetProxies::size));
     }
 };
 

@@ -21,8 +21,7 @@ struct GetReactorFormulas {
     friend bool operator==(const GetReactorFormulas&, const GetReactorFormulas&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("name", &GetReactorFormulas::name),
-                      optional("page", &GetReactorFormulas::page),
+        return fields(optional("name", &GetReactorFormulas::name), optional("page", &GetReactorFormulas::page),
                       optional("size", &GetReactorFormulas::size));
     }
 };

@@ -24,10 +24,8 @@ struct GetReactors {
     friend bool operator==(const GetReactors&, const GetReactors&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("id", &GetReactors::id),
-                      optional("name", &GetReactors::name),
-                      optional("page", &GetReactors::page),
-                      optional("size", &GetReactors::size));
+        return fields(optional("id", &GetReactors::id), optional("name", &GetReactors::name),
+                      optional("page", &GetReactors::page), optional("size", &GetReactors::size));
     }
 };
 

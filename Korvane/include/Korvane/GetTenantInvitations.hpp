@@ -21,8 +21,7 @@ struct GetTenantInvitations {
     friend bool operator==(const GetTenantInvitations&, const GetTenantInvitations&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("status", &GetTenantInvitations::status),
-                      optional("page", &GetTenantInvitations::page),
+        return fields(optional("status", &GetTenantInvitations::status), optional("page", &GetTenantInvitations::page),
                       optional("size", &GetTenantInvitations::size));
     }
 };

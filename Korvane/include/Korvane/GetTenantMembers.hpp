@@ -22,8 +22,7 @@ struct GetTenantMembers {
     friend bool operator==(const GetTenantMembers&, const GetTenantMembers&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("user_id", &GetTenantMembers::userId),
-                      optional("page", &GetTenantMembers::page),
+        return fields(optional("user_id", &GetTenantMembers::userId), optional("page", &GetTenantMembers::page),
                       optional("size", &GetTenantMembers::size));
     }
 };

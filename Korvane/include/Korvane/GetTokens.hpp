@@ -25,10 +25,8 @@ struct GetTokens {
     friend bool operator==(const GetTokens&, const GetTokens&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("type", &GetTokens::type),
-                      optional("id", &GetTokens::id),
-                      optional("metadata", &GetTokens::metadata),
-                      optional("page", &GetTokens::page),
+        return fields(optional("type", &GetTokens::type), optional("id", &GetTokens::id),
+                      optional("metadata", &GetTokens::metadata), optional("page", &GetTokens::page),
                       optional("size", &GetTokens::size));
     }
 };

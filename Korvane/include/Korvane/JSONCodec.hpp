@@ -86,8 +86,7 @@ struct JSONCodec<bool> {
 };
 
 template <class T>
-    requires(std::integral<T> && !std::is_same_v<T, bool> && !std::is_same_v<T, char>)
-struct JSONCodec<T> {
+requires(std::integral<T> && !std::is_same_v<T, bool> && !std::is_same_v<T, char>) struct JSONCodec<T> {
     static void encode(anycodable::JsonWriter& w, T v) {
         if constexpr (std::is_signed_v<T>) {
             w.integer(v);
@@ -336,8 +335,9 @@ constexpr std::string_view fieldKey(const Field& field) {
 
 template <class Model>
 bool isNamedKey(std::string_view key) {
-    return std::apply([&](const auto&... field) { return ((!fieldKey(field).empty() && fieldKey(field) == key) || ...); },
-                      Model::jsonFields());
+    return std::apply(
+        [&](const auto&... field) { return ((!fieldKey(field).empty() && fieldKey(field) == key) || ...); },
+        Model::jsonFields());
 }
 
 template <class Model, class Tuple>
@@ -374,8 +374,7 @@ template <JsonModel T>
 struct JSONCodec<T> {
     static void encode(anycodable::JsonWriter& w, const T& model) {
         w.beginObject();
-        std::apply([&](const auto&... field) { (codec_internal::encodeField(w, model, field), ...); },
-                   T::jsonFields());
+        std::apply([&](const auto&... field) { (codec_internal::encodeField(w, model, field), ...); }, T::jsonFields());
         if constexpr (codec_internal::kHasOpenContent<T>) {
             for (const auto& [key, value] : model.*codec_internal::openContentMember<T>()) {
                 if (codec_internal::isNamedKey<T>(key)) continue;
@@ -389,8 +388,9 @@ struct JSONCodec<T> {
     static bool decode(const anycodable::Value& v, T& out, DecodeContext& ctx) {
         const auto* map = v.get<anycodable::Map>();
         if (!map) return ctx.mismatch("Dictionary<String, Any>", v);
-        bool ok = std::apply([&](const auto&... field) { return (codec_internal::decodeField(*map, out, field, ctx) && ...); },
-                             T::jsonFields());
+        bool ok = std::apply(
+            [&](const auto&... field) { return (codec_internal::decodeField(*map, out, field, ctx) && ...); },
+            T::jsonFields());
         if (!ok) return false;
         if constexpr (codec_internal::kHasOpenContent<T>) {
             auto& extra = out.*codec_internal::openContentMember<T>();
@@ -415,21 +415,34 @@ template <class T>
 [[nodiscard]] std::size_t hashOf(const T& value);
 
 namespace codec_internal {
-inline void combineHash(std::size_t& seed, std::size_t h) { seed ^= h + 0x9e3779b97f4a7c15ULL + (seed << 6) + (seed >> 2); }
+inline void combineHash(std::size_t& seed, std::size_t h) {
+    seed ^= h + 0x9e3779b97f4a7c15ULL + (seed << 6) + (seed >> 2);
+}
 }  // namespace codec_internal
 
 template <class T>
 std::size_t hashOf(const T& value) {
     std::size_t seed = 0;
     if constexpr (JsonModel<T>) {
-        std::apply([&](const auto&... field) { (codec_internal::combineHash(seed, hashOf(value.*(field.member))), ...); },
-                   T::jsonFields());
-    } else if constexpr (requires { value.has_value(); *value; }) {
+        std::apply(
+            [&](const auto&... field) { (codec_internal::combineHash(seed, hashOf(value.*(field.member))), ...); },
+            T::jsonFields());
+    } else if constexpr (requires {
+                             value.has_value();
+                             *value;
+                         }) {
         codec_internal::combineHash(seed, value ? hashOf(*value) + 1 : 0);
-    } else if constexpr (requires { value.begin(); value.size(); } && !std::is_same_v<T, std::string>) {
+    } else if constexpr (requires {
+                             value.begin();
+                             value.size();
+                         } &&
+                         !std::is_same_v<T, std::string>) {
         codec_internal::combineHash(seed, value.size());
         for (const auto& element : value) codec_internal::combineHash(seed, hashOf(element));
-    } else if constexpr (requires { value.first; value.second; }) {
+    } else if constexpr (requires {
+                             value.first;
+                             value.second;
+                         }) {
         codec_internal::combineHash(seed, hashOf(value.first));
         codec_internal::combineHash(seed, hashOf(value.second));
     } else if constexpr (std::is_same_v<T, Date>) {

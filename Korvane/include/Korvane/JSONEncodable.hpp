@@ -27,8 +27,7 @@ namespace korvane {
 [[nodiscard]] anycodable::Value encodeToJSON(anycodable::Date value);
 
 template <class T>
-    requires(std::is_arithmetic_v<T> && !std::is_same_v<T, char>)
-[[nodiscard]] anycodable::Value encodeToJSON(T value) {
+requires(std::is_arithmetic_v<T> && !std::is_same_v<T, char>) [[nodiscard]] anycodable::Value encodeToJSON(T value) {
     return anycodable::Value(value);
 }
 

@@ -26,14 +26,10 @@ struct Log {
     friend bool operator==(const Log&, const Log&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("tenant_id", &Log::tenantId),
-                      optional("actor_id", &Log::actorId),
-                      optional("actor_type", &Log::actorType),
-                      optional("entity_type", &Log::entityType),
-                      optional("entity_id", &Log::entityId),
-                      optional("operation", &Log::operation),
-                      optional("message", &Log::message),
-                      optional("created_at", &Log::createdAt));
+        return fields(optional("tenant_id", &Log::tenantId), optional("actor_id", &Log::actorId),
+                      optional("actor_type", &Log::actorType), optional("entity_type", &Log::entityType),
+                      optional("entity_id", &Log::entityId), optional("operation", &Log::operation),
+                      optional("message", &Log::message), optional("created_at", &Log::createdAt));
     }
 };
 

@@ -19,8 +19,7 @@ struct LogEntityType {
     friend bool operator==(const LogEntityType&, const LogEntityType&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("display_name", &LogEntityType::displayName),
-                      optional("value", &LogEntityType::value));
+        return fields(optional("display_name", &LogEntityType::displayName), optional("value", &LogEntityType::value));
     }
 };
 

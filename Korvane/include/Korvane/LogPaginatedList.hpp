@@ -21,8 +21,7 @@ struct LogPaginatedList {
     friend bool operator==(const LogPaginatedList&, const LogPaginatedList&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("pagination", &LogPaginatedList::pagination),
-                      optional("data", &LogPaginatedList::data));
+        return fields(optional("pagination", &LogPaginatedList::pagination), optional("data", &LogPaginatedList::data));
     }
 };
 

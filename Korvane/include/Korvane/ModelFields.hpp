@@ -68,13 +68,13 @@ template <class Model, class Member>
 
 template <class Model, class Member>
 [[nodiscard]] constexpr Field<Model, std::optional<Member>> optional(std::string_view key,
-                                                                   std::optional<Member> Model::*member) {
+                                                                     std::optional<Member> Model::*member) {
     return {key, member, Presence::optional};
 }
 
 template <class Model, class Member>
 [[nodiscard]] constexpr Field<Model, std::optional<Member>> alwaysWritten(std::string_view key,
-                                                                        std::optional<Member> Model::*member) {
+                                                                          std::optional<Member> Model::*member) {
     return {key, member, Presence::alwaysWritten};
 }
 
@@ -94,12 +94,14 @@ template <class... Fields>
 }
 
 template <class T>
-concept JsonModel = requires { T::jsonFields(); };
+concept JsonModel = requires {
+    T::jsonFields();
+};
 
 // Reads and writes one key of an open-content model; writing absent removes the key. The
 // subscript that the open-content models offer is this pair.
 [[nodiscard]] inline std::optional<anycodable::AnyCodable> additionalProperty(const AdditionalProperties& map,
-                                                                             const std::string& key) {
+                                                                              const std::string& key) {
     auto it = map.find(key);
     if (it == map.end()) return std::nullopt;
     return it->second;

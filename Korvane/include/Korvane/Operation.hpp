@@ -161,7 +161,8 @@ public:
 
 private:
     template <std::size_t... I>
-    void applyAll(internal::RequestParts& parts, std::index_sequence<I...>, const typename Params::Type&... args) const {
+    void applyAll(internal::RequestParts& parts, std::index_sequence<I...>,
+                  const typename Params::Type&... args) const {
         (internal::apply(parts, std::get<I>(params_), args), ...);
     }
 

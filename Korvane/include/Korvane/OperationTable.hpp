@@ -35,6 +35,6 @@
 #define KORVANE_OPERATION_MEMBER_(name, ...) static constexpr auto name = __VA_ARGS__;
 #define KORVANE_OPERATION_NAME_(name, ...) std::string_view(#name),
 
-#define KORVANE_OPERATIONS(list)  \
-    list(KORVANE_OPERATION_MEMBER_) \
-    static constexpr auto operationNames = std::to_array<std::string_view>({list(KORVANE_OPERATION_NAME_)});
+#define KORVANE_OPERATIONS(list)                                           \
+    list(KORVANE_OPERATION_MEMBER_) static constexpr auto operationNames = \
+        std::to_array<std::string_view>({list(KORVANE_OPERATION_NAME_)});

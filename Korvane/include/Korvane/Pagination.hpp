@@ -22,8 +22,7 @@ struct Pagination {
 
     static constexpr auto jsonFields() {
         return fields(optional("total_items", &Pagination::totalItems),
-                      optional("page_number", &Pagination::pageNumber),
-                      optional("page_size", &Pagination::pageSize),
+                      optional("page_number", &Pagination::pageNumber), optional("page_size", &Pagination::pageSize),
                       optional("total_pages", &Pagination::totalPages));
     }
 };

@@ -22,8 +22,7 @@ struct Permission {
     friend bool operator==(const Permission&, const Permission&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("type", &Permission::type),
-                      optional("description", &Permission::description),
+        return fields(optional("type", &Permission::type), optional("description", &Permission::description),
                       optional("application_types", &Permission::applicationTypes));
     }
 };

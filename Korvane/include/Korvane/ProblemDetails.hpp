@@ -38,10 +38,8 @@ struct ProblemDetails {
     friend bool operator==(const ProblemDetails&, const ProblemDetails&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("type", &ProblemDetails::type),
-                      optional("title", &ProblemDetails::title),
-                      optional("status", &ProblemDetails::status),
-                      optional("detail", &ProblemDetails::detail),
+        return fields(optional("type", &ProblemDetails::type), optional("title", &ProblemDetails::title),
+                      optional("status", &ProblemDetails::status), optional("detail", &ProblemDetails::detail),
                       optional("instance", &ProblemDetails::instance),
                       korvane::additionalProperties(&ProblemDetails::additionalProperties));
     }

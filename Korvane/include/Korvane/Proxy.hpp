@@ -39,23 +39,17 @@ struct Proxy {
     friend bool operator==(const Proxy&, const Proxy&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("id", &Proxy::id),
-                      optional("key", &Proxy::key),
-                      optional("tenant_id", &Proxy::tenantId),
-                      optional("name", &Proxy::name),
-                      optional("destination_url", &Proxy::destinationUrl),
+        return fields(optional("id", &Proxy::id), optional("key", &Proxy::key), optional("tenant_id", &Proxy::tenantId),
+                      optional("name", &Proxy::name), optional("destination_url", &Proxy::destinationUrl),
                       optional("request_reactor_id", &Proxy::requestReactorId),
                       optional("response_reactor_id", &Proxy::responseReactorId),
                       optional("require_auth", &Proxy::requireAuth),
                       optional("request_transform", &Proxy::requestTransform),
                       optional("response_transform", &Proxy::responseTransform),
                       optional("application_id", &Proxy::applicationId),
-                      optional("configuration", &Proxy::configuration),
-                      optional("proxy_host", &Proxy::proxyHost),
-                      optional("created_by", &Proxy::createdBy),
-                      optional("created_at", &Proxy::createdAt),
-                      optional("modified_by", &Proxy::modifiedBy),
-                      optional("modified_at", &Proxy::modifiedAt));
+                      optional("configuration", &Proxy::configuration), optional("proxy_host", &Proxy::proxyHost),
+                      optional("created_by", &Proxy::createdBy), optional("created_at", &Proxy::createdAt),
+                      optional("modified_by", &Proxy::modifiedBy), optional("modified_at", &Proxy::modifiedAt));
     }
 };
 

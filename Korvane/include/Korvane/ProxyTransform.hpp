@@ -17,9 +17,7 @@ struct ProxyTransform {
 
     friend bool operator==(const ProxyTransform&, const ProxyTransform&) = default;
 
-    static constexpr auto jsonFields() {
-        return fields(optional("code", &ProxyTransform::code));
-    }
+    static constexpr auto jsonFields() { return fields(optional("code", &ProxyTransform::code)); }
 };
 
 }  // namespace korvane

@@ -21,8 +21,7 @@ struct ReactRequest {
     friend bool operator==(const ReactRequest&, const ReactRequest&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("args", &ReactRequest::args),
-                      optional("callback_url", &ReactRequest::callbackUrl),
+        return fields(optional("args", &ReactRequest::args), optional("callback_url", &ReactRequest::callbackUrl),
                       optional("timeout_ms", &ReactRequest::timeoutMs));
     }
 };

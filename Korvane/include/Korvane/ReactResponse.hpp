@@ -21,10 +21,8 @@ struct ReactResponse {
     friend bool operator==(const ReactResponse&, const ReactResponse&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("tokens", &ReactResponse::tokens),
-                      optional("raw", &ReactResponse::raw),
-                      optional("body", &ReactResponse::body),
-                      optional("headers", &ReactResponse::headers));
+        return fields(optional("tokens", &ReactResponse::tokens), optional("raw", &ReactResponse::raw),
+                      optional("body", &ReactResponse::body), optional("headers", &ReactResponse::headers));
     }
 };
 

@@ -32,14 +32,10 @@ struct Reactor {
     friend bool operator==(const Reactor&, const Reactor&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("id", &Reactor::id),
-                      optional("tenant_id", &Reactor::tenantId),
-                      optional("name", &Reactor::name),
-                      optional("formula", &Reactor::formula),
-                      optional("application", &Reactor::application),
-                      optional("created_by", &Reactor::createdBy),
-                      optional("created_at", &Reactor::createdAt),
-                      optional("modified_by", &Reactor::modifiedBy),
+        return fields(optional("id", &Reactor::id), optional("tenant_id", &Reactor::tenantId),
+                      optional("name", &Reactor::name), optional("formula", &Reactor::formula),
+                      optional("application", &Reactor::application), optional("created_by", &Reactor::createdBy),
+                      optional("created_at", &Reactor::createdAt), optional("modified_by", &Reactor::modifiedBy),
                       optional("modified_at", &Reactor::modifiedAt),
                       optional("configuration", &Reactor::configuration));
     }

@@ -35,14 +35,10 @@ struct ReactorFormula {
     friend bool operator==(const ReactorFormula&, const ReactorFormula&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("id", &ReactorFormula::id),
-                      optional("type", &ReactorFormula::type),
-                      optional("status", &ReactorFormula::status),
-                      optional("name", &ReactorFormula::name),
-                      optional("description", &ReactorFormula::description),
-                      optional("icon", &ReactorFormula::icon),
-                      optional("code", &ReactorFormula::code),
-                      optional("created_by", &ReactorFormula::createdBy),
+        return fields(optional("id", &ReactorFormula::id), optional("type", &ReactorFormula::type),
+                      optional("status", &ReactorFormula::status), optional("name", &ReactorFormula::name),
+                      optional("description", &ReactorFormula::description), optional("icon", &ReactorFormula::icon),
+                      optional("code", &ReactorFormula::code), optional("created_by", &ReactorFormula::createdBy),
                       optional("created_at", &ReactorFormula::createdAt),
                       optional("modified_by", &ReactorFormula::modifiedBy),
                       optional("modified_at", &ReactorFormula::modifiedAt),

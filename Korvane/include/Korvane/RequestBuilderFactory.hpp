@@ -47,7 +47,8 @@ public:
 
 protected:
     // REQUIRES: the answer is a RequestBuilder of `recipe.resultType`.
-    [[nodiscard]] virtual std::shared_ptr<RequestBuilderBase> nonDecodableBuilder(const BuilderRecipe& recipe) const = 0;
+    [[nodiscard]] virtual std::shared_ptr<RequestBuilderBase> nonDecodableBuilder(
+        const BuilderRecipe& recipe) const = 0;
     [[nodiscard]] virtual std::shared_ptr<RequestBuilderBase> decodableBuilder(const BuilderRecipe& recipe) const = 0;
 
 private:

@@ -20,8 +20,7 @@ struct SearchTokensRequest {
     friend bool operator==(const SearchTokensRequest&, const SearchTokensRequest&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("query", &SearchTokensRequest::query),
-                      optional("page", &SearchTokensRequest::page),
+        return fields(optional("query", &SearchTokensRequest::query), optional("page", &SearchTokensRequest::page),
                       optional("size", &SearchTokensRequest::size));
     }
 };

@@ -20,7 +20,9 @@
 namespace korvane {
 
 template <class T>
-concept StringEnum = std::is_enum_v<T> && requires(T t) { jsonCases(t); };
+concept StringEnum = std::is_enum_v<T> && requires(T t) {
+    jsonCases(t);
+};
 
 template <StringEnum T>
 [[nodiscard]] constexpr std::string_view rawValue(T value) {

@@ -27,14 +27,10 @@ struct Tenant {
     friend bool operator==(const Tenant&, const Tenant&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("id", &Tenant::id),
-                      optional("owner_id", &Tenant::ownerId),
-                      optional("name", &Tenant::name),
-                      optional("created_by", &Tenant::createdBy),
-                      optional("created_at", &Tenant::createdAt),
-                      optional("modified_by", &Tenant::modifiedBy),
-                      optional("modified_at", &Tenant::modifiedAt),
-                      optional("settings", &Tenant::settings));
+        return fields(optional("id", &Tenant::id), optional("owner_id", &Tenant::ownerId),
+                      optional("name", &Tenant::name), optional("created_by", &Tenant::createdBy),
+                      optional("created_at", &Tenant::createdAt), optional("modified_by", &Tenant::modifiedBy),
+                      optional("modified_at", &Tenant::modifiedAt), optional("settings", &Tenant::settings));
     }
 };
 

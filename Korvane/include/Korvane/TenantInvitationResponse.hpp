@@ -28,15 +28,14 @@ struct TenantInvitationResponse {
     friend bool operator==(const TenantInvitationResponse&, const TenantInvitationResponse&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("id", &TenantInvitationResponse::id),
-                      optional("tenant_id", &TenantInvitationResponse::tenantId),
-                      optional("email", &TenantInvitationResponse::email),
-                      optional("status", &TenantInvitationResponse::status),
-                      optional("expires_at", &TenantInvitationResponse::expiresAt),
-                      optional("created_by", &TenantInvitationResponse::createdBy),
-                      optional("created_at", &TenantInvitationResponse::createdAt),
-                      optional("modified_by", &TenantInvitationResponse::modifiedBy),
-                      optional("modified_at", &TenantInvitationResponse::modifiedAt));
+        return fields(
+            optional("id", &TenantInvitationResponse::id), optional("tenant_id", &TenantInvitationResponse::tenantId),
+            optional("email", &TenantInvitationResponse::email), optional("status", &TenantInvitationResponse::status),
+            optional("expires_at", &TenantInvitationResponse::expiresAt),
+            optional("created_by", &TenantInvitationResponse::createdBy),
+            optional("created_at", &TenantInvitationResponse::createdAt),
+            optional("modified_by", &TenantInvitationResponse::modifiedBy),
+            optional("modified_at", &TenantInvitationResponse::modifiedAt));
     }
 };
 

@@ -18,7 +18,8 @@ struct TenantInvitationResponsePaginatedList {
     std::optional<Pagination> pagination{};
     std::optional<std::vector<TenantInvitationResponse>> data{};
 
-    friend bool operator==(const TenantInvitationResponsePaginatedList&, const TenantInvitationResponsePaginatedList&) = default;
+    friend bool operator==(const TenantInvitationResponsePaginatedList&,
+                           const TenantInvitationResponsePaginatedList&) = default;
 
     static constexpr auto jsonFields() {
         return fields(optional("pagination", &TenantInvitationResponsePaginatedList::pagination),

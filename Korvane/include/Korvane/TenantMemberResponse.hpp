@@ -28,10 +28,8 @@ struct TenantMemberResponse {
     friend bool operator==(const TenantMemberResponse&, const TenantMemberResponse&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("id", &TenantMemberResponse::id),
-                      optional("tenant_id", &TenantMemberResponse::tenantId),
-                      optional("user", &TenantMemberResponse::user),
-                      optional("role", &TenantMemberResponse::role),
+        return fields(optional("id", &TenantMemberResponse::id), optional("tenant_id", &TenantMemberResponse::tenantId),
+                      optional("user", &TenantMemberResponse::user), optional("role", &TenantMemberResponse::role),
                       optional("created_by", &TenantMemberResponse::createdBy),
                       optional("created_date", &TenantMemberResponse::createdDate),
                       optional("modified_by", &TenantMemberResponse::modifiedBy),

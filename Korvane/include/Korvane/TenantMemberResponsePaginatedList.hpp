@@ -18,7 +18,8 @@ struct TenantMemberResponsePaginatedList {
     std::optional<Pagination> pagination{};
     std::optional<std::vector<TenantMemberResponse>> data{};
 
-    friend bool operator==(const TenantMemberResponsePaginatedList&, const TenantMemberResponsePaginatedList&) = default;
+    friend bool operator==(const TenantMemberResponsePaginatedList&,
+                           const TenantMemberResponsePaginatedList&) = default;
 
     static constexpr auto jsonFields() {
         return fields(optional("pagination", &TenantMemberResponsePaginatedList::pagination),

@@ -17,9 +17,7 @@ struct TenantUsageReport {
 
     friend bool operator==(const TenantUsageReport&, const TenantUsageReport&) = default;
 
-    static constexpr auto jsonFields() {
-        return fields(optional("token_report", &TenantUsageReport::tokenReport));
-    }
+    static constexpr auto jsonFields() { return fields(optional("token_report", &TenantUsageReport::tokenReport)); }
 };
 
 }  // namespace korvane

@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "AnyCodable/AnyCodable.hpp"
-#include "Korvane/JSONCodec.hpp"
 #include "Korvane/EncryptionMetadata.hpp"
-#include "Korvane/Privacy.hpp"
+#include "Korvane/JSONCodec.hpp"
 #include "Korvane/ModelFields.hpp"
+#include "Korvane/Privacy.hpp"
 #include "platform/Uuid.hpp"
 
 namespace korvane {
@@ -41,23 +41,15 @@ struct Token {
     friend bool operator==(const Token&, const Token&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("id", &Token::id),
-                      optional("type", &Token::type),
-                      optional("tenant_id", &Token::tenantId),
-                      optional("data", &Token::data),
-                      optional("metadata", &Token::metadata),
-                      optional("encryption", &Token::encryption),
-                      optional("created_by", &Token::createdBy),
-                      optional("created_at", &Token::createdAt),
-                      optional("modified_by", &Token::modifiedBy),
-                      optional("modified_at", &Token::modifiedAt),
+        return fields(optional("id", &Token::id), optional("type", &Token::type),
+                      optional("tenant_id", &Token::tenantId), optional("data", &Token::data),
+                      optional("metadata", &Token::metadata), optional("encryption", &Token::encryption),
+                      optional("created_by", &Token::createdBy), optional("created_at", &Token::createdAt),
+                      optional("modified_by", &Token::modifiedBy), optional("modified_at", &Token::modifiedAt),
                       optional("fingerprint", &Token::fingerprint),
-                      optional("fingerprint_expression", &Token::fingerprintExpression),
-                      optional("mask", &Token::mask),
-                      optional("privacy", &Token::privacy),
-                      optional("search_indexes", &Token::searchIndexes),
-                      optional("expires_at", &Token::expiresAt),
-                      optional("containers", &Token::containers),
+                      optional("fingerprint_expression", &Token::fingerprintExpression), optional("mask", &Token::mask),
+                      optional("privacy", &Token::privacy), optional("search_indexes", &Token::searchIndexes),
+                      optional("expires_at", &Token::expiresAt), optional("containers", &Token::containers),
                       optional("aliases", &Token::aliases));
     }
 };

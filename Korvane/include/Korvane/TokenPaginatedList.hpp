@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "Korvane/JSONCodec.hpp"
+#include "Korvane/ModelFields.hpp"
 #include "Korvane/Pagination.hpp"
 #include "Korvane/Token.hpp"
-#include "Korvane/ModelFields.hpp"
 
 namespace korvane {
 

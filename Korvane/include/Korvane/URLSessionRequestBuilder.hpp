@@ -45,9 +45,9 @@ namespace korvane {
 
 using ChallengeCallback = internal::ChallengeCallback;
 // Called with what the attempt received and a decision: true retries, false delivers.
-using RetryHook = std::function<void(const std::optional<std::string>& data,
-                                     const std::optional<platform::HttpResponse>& response,
-                                     const std::optional<platform::HttpError>& error, std::function<void(bool)> decide)>;
+using RetryHook =
+    std::function<void(const std::optional<std::string>& data, const std::optional<platform::HttpResponse>& response,
+                       const std::optional<platform::HttpError>& error, std::function<void(bool)> decide)>;
 
 template <class T>
 class URLSessionRequestBuilder : public RequestBuilder<T> {
@@ -68,9 +68,8 @@ public:
                                          Completion completion) override {
         platform::HttpSession& session = createURLSession();
         HTTPMethod method = internal::httpMethodOrStop(this->method());
-        auto encoding = internal::encodingOrStop(method, this->headers, [this](const platform::Url& fileUrl) {
-            return contentTypeForFormPart(fileUrl);
-        });
+        auto encoding = internal::encodingOrStop(
+            method, this->headers, [this](const platform::Url& fileUrl) { return contentTypeForFormPart(fileUrl); });
         auto request = createURLRequest(session, method, *encoding, this->headers);
         if (!request) {
             apiResponseQueue->post([completion, error = std::move(request.error())]() mutable {
@@ -80,8 +79,9 @@ public:
         }
         auto self = std::static_pointer_cast<URLSessionRequestBuilder>(this->shared_from_this());
         auto sent = std::make_shared<const platform::HttpRequest>(*request);
-        internal::TaskStart start{&session,        std::move(*request), this->credential, taskDidReceiveChallenge,
-                                  this->onProgressReady, this->requestTask()};
+        internal::TaskStart start{
+            &session,           std::move(*request), this->credential, taskDidReceiveChallenge, this->onProgressReady,
+            this->requestTask()};
         internal::startTask(std::move(start), [self, sent, apiResponseQueue, completion](
                                                   internal::Exchange exchange, std::function<void()> cleanUp) {
             auto shared = std::make_shared<internal::Exchange>(std::move(exchange));
@@ -209,7 +209,8 @@ public:
 
     void processRequestResponse(const platform::HttpRequest& urlRequest, const std::optional<std::string>& data,
                                 const std::optional<platform::HttpResponse>& response,
-                                const std::optional<platform::HttpError>& error, const Completion& completion) override {
+                                const std::optional<platform::HttpError>& error,
+                                const Completion& completion) override {
         if (auto failure = internal::responseFailure(data, response, error)) {
             completion(platform::failure(std::move(*failure)));
             return;
@@ -239,7 +240,8 @@ public:
             }
             auto decoded = CodableHelper::decode<T>(*data);
             if (!decoded) {
-                completion(platform::failure(ErrorResponse{response->status, data, response, std::move(decoded.error())}));
+                completion(
+                    platform::failure(ErrorResponse{response->status, data, response, std::move(decoded.error())}));
                 return;
             }
             completion(Response<T>(*response, std::move(*decoded)));

@@ -28,13 +28,12 @@ struct UpdateReactorFormulaRequest {
     friend bool operator==(const UpdateReactorFormulaRequest&, const UpdateReactorFormulaRequest&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(required("type", &UpdateReactorFormulaRequest::type),
-                      required("name", &UpdateReactorFormulaRequest::name),
-                      optional("description", &UpdateReactorFormulaRequest::description),
-                      optional("icon", &UpdateReactorFormulaRequest::icon),
-                      optional("code", &UpdateReactorFormulaRequest::code),
-                      optional("configuration", &UpdateReactorFormulaRequest::configuration),
-                      optional("request_parameters", &UpdateReactorFormulaRequest::requestParameters));
+        return fields(
+            required("type", &UpdateReactorFormulaRequest::type), required("name", &UpdateReactorFormulaRequest::name),
+            optional("description", &UpdateReactorFormulaRequest::description),
+            optional("icon", &UpdateReactorFormulaRequest::icon), optional("code", &UpdateReactorFormulaRequest::code),
+            optional("configuration", &UpdateReactorFormulaRequest::configuration),
+            optional("request_parameters", &UpdateReactorFormulaRequest::requestParameters));
     }
 };
 

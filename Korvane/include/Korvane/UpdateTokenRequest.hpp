@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "AnyCodable/AnyCodable.hpp"
-#include "Korvane/JSONCodec.hpp"
 #include "Korvane/EncryptionMetadata.hpp"
-#include "Korvane/UpdatePrivacy.hpp"
+#include "Korvane/JSONCodec.hpp"
 #include "Korvane/ModelFields.hpp"
+#include "Korvane/UpdatePrivacy.hpp"
 
 namespace korvane {
 
@@ -32,16 +32,14 @@ struct UpdateTokenRequest {
     friend bool operator==(const UpdateTokenRequest&, const UpdateTokenRequest&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("data", &UpdateTokenRequest::data),
-                      optional("encryption", &UpdateTokenRequest::encryption),
-                      optional("privacy", &UpdateTokenRequest::privacy),
-                      optional("metadata", &UpdateTokenRequest::metadata),
-                      optional("search_indexes", &UpdateTokenRequest::searchIndexes),
-                      optional("fingerprint_expression", &UpdateTokenRequest::fingerprintExpression),
-                      optional("mask", &UpdateTokenRequest::mask),
-                      optional("expires_at", &UpdateTokenRequest::expiresAt),
-                      optional("deduplicate_token", &UpdateTokenRequest::deduplicateToken),
-                      optional("containers", &UpdateTokenRequest::containers));
+        return fields(
+            optional("data", &UpdateTokenRequest::data), optional("encryption", &UpdateTokenRequest::encryption),
+            optional("privacy", &UpdateTokenRequest::privacy), optional("metadata", &UpdateTokenRequest::metadata),
+            optional("search_indexes", &UpdateTokenRequest::searchIndexes),
+            optional("fingerprint_expression", &UpdateTokenRequest::fingerprintExpression),
+            optional("mask", &UpdateTokenRequest::mask), optional("expires_at", &UpdateTokenRequest::expiresAt),
+            optional("deduplicate_token", &UpdateTokenRequest::deduplicateToken),
+            optional("containers", &UpdateTokenRequest::containers));
     }
 };
 

@@ -23,10 +23,8 @@ struct User {
     friend bool operator==(const User&, const User&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("id", &User::id),
-                      optional("email", &User::email),
-                      optional("first_name", &User::firstName),
-                      optional("last_name", &User::lastName),
+        return fields(optional("id", &User::id), optional("email", &User::email),
+                      optional("first_name", &User::firstName), optional("last_name", &User::lastName),
                       optional("picture", &User::picture));
     }
 };

@@ -35,13 +35,12 @@ struct ValidationProblemDetails {
     friend bool operator==(const ValidationProblemDetails&, const ValidationProblemDetails&) = default;
 
     static constexpr auto jsonFields() {
-        return fields(optional("errors", &ValidationProblemDetails::errors),
-                      optional("type", &ValidationProblemDetails::type),
-                      optional("title", &ValidationProblemDetails::title),
-                      optional("status", &ValidationProblemDetails::status),
-                      optional("detail", &ValidationProblemDetails::detail),
-                      optional("instance", &ValidationProblemDetails::instance),
-                      korvane::additionalProperties(&ValidationProblemDetails::additionalProperties));
+        return fields(
+            optional("errors", &ValidationProblemDetails::errors), optional("type", &ValidationProblemDetails::type),
+            optional("title", &ValidationProblemDetails::title), optional("status", &ValidationProblemDetails::status),
+            optional("detail", &ValidationProblemDetails::detail),
+            optional("instance", &ValidationProblemDetails::instance),
+            korvane::additionalProperties(&ValidationProblemDetails::additionalProperties));
     }
 };
 

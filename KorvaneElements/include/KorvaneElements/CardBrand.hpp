@@ -52,8 +52,8 @@ public:
     // ascending order. The mask has as many digit positions as the last of `validLengths`.
     // REQUIRES: `validLengths` is not empty and its last element is at least 1; otherwise the
     // process stops.
-    CardBrandDetails(std::string cardBrandName, std::vector<CardIdentifier> cardIdentifiers,
-                     ElementMask cvcMaskInput, const std::vector<int>& gaps, std::vector<int> validLengths);
+    CardBrandDetails(std::string cardBrandName, std::vector<CardIdentifier> cardIdentifiers, ElementMask cvcMaskInput,
+                     const std::vector<int>& gaps, std::vector<int> validLengths);
 
     std::string cardBrandName;
     std::vector<CardIdentifier> cardIdentifiers;

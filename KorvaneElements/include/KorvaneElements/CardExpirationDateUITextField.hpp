@@ -43,7 +43,8 @@ public:
     // Fills the field with the last two characters of "00" + month, "/", and the last two of
     // year; null references read as empty ("00/").
     // REQUIRES: a given reference has a value method; otherwise the process stops.
-    void setValue(const std::shared_ptr<ElementValueReference>& month, const std::shared_ptr<ElementValueReference>& year);
+    void setValue(const std::shared_ptr<ElementValueReference>& month,
+                  const std::shared_ptr<ElementValueReference>& year);
     using TextElementUITextField::setValue;
 
     [[nodiscard]] static const ElementMask& expiryMask();

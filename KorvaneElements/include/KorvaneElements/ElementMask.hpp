@@ -47,6 +47,8 @@ using ElementMask = std::vector<MaskElement>;
 [[nodiscard]] std::string applyMask(const ElementMask& mask, std::optional<std::string_view> text);
 
 // The number of positions of `mask`, which is the character count of a text that fills it.
-[[nodiscard]] inline std::size_t maskLength(const ElementMask& mask) { return mask.size(); }
+[[nodiscard]] inline std::size_t maskLength(const ElementMask& mask) {
+    return mask.size();
+}
 
 }  // namespace korvane::elements

@@ -34,12 +34,12 @@
 // set once at start-up). The calls read element values, so they must be made on the main
 // queue like every element use.
 
+#include <expected>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <expected>
 
 #include "AnyCodable/AnyCodable.hpp"
 #include "Korvane/CreateSessionResponse.hpp"

@@ -36,8 +36,7 @@ public:
     // Merges `attributes` (an object; anything else is ignored) into the map, stores the text
     // under "message" (with ": " and `error` appended only at level "error") and `level` under
     // "level", posts, and empties the map.
-    void log(std::string_view message, std::string_view level,
-             std::optional<std::string_view> error = std::nullopt,
+    void log(std::string_view message, std::string_view level, std::optional<std::string_view> error = std::nullopt,
              const std::optional<nlohmann::ordered_json>& attributes = std::nullopt);
 
     // Posts the current map as it is. A map that cannot be written as JSON (a non-finite

@@ -25,9 +25,8 @@ struct TextElementOptions {
     // so only the host's copy settings pass through, and the value is always read as a string.
     [[nodiscard]] static TextElementOptions copyOnly(std::optional<bool> enableCopy,
                                                      std::optional<platform::view::Color> copyIconColor) {
-        return TextElementOptions{.enableCopy = enableCopy,
-                                  .copyIconColor = copyIconColor,
-                                  .getValueType = ElementValueType::string};
+        return TextElementOptions{
+            .enableCopy = enableCopy, .copyIconColor = copyIconColor, .getValueType = ElementValueType::string};
     }
 };
 

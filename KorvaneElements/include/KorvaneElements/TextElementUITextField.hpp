@@ -44,9 +44,7 @@ namespace korvane::elements {
 
 class ElementValueReference;
 
-class TextElementUITextField : public platform::TextField,
-                               public ElementProtocol,
-                               public ElementReferenceProtocol {
+class TextElementUITextField : public platform::TextField, public ElementProtocol, public ElementReferenceProtocol {
 public:
     // An absent text reads as nil; answers whether a value is valid.
     using Validation = std::function<bool(const std::optional<std::string>&)>;
@@ -98,7 +96,9 @@ protected:
     [[nodiscard]] virtual std::optional<ElementMask> inputMask() const { return inputMask_; }
     virtual void setInputMask(std::optional<ElementMask> mask) { inputMask_ = std::move(mask); }
     [[nodiscard]] virtual std::optional<ElementTransform> inputTransform() const { return inputTransform_; }
-    virtual void setInputTransform(std::optional<ElementTransform> transform) { inputTransform_ = std::move(transform); }
+    virtual void setInputTransform(std::optional<ElementTransform> transform) {
+        inputTransform_ = std::move(transform);
+    }
     [[nodiscard]] const RegexRef& inputValidation() const { return inputValidation_; }
     // Empty when there is no validation.
     [[nodiscard]] virtual Validation validation() const;

@@ -67,8 +67,7 @@ public:
     platform::Published<std::optional<AlertViewUiModel>> alertViewUiModel{*this, std::nullopt};  // no source yet
     platform::Published<bool> isDemoMode{*this, false};
     platform::Published<std::optional<ReloadConfigurationUiModel>> appReloadConfigurationUiModel{*this, std::nullopt};
-    platform::Published<std::optional<ReloadConfigurationUiModel>> userReloadConfigurationUiModel{*this,
-                                                                                                  std::nullopt};
+    platform::Published<std::optional<ReloadConfigurationUiModel>> userReloadConfigurationUiModel{*this, std::nullopt};
     platform::Published<AutoReloadUiModel> autoReloadUiModel{*this, AutoReloadDisabled{.reloadThreshold = 0}};
     platform::Published<std::optional<TapToPayUiModel>> tapToPayUiModel{*this, std::nullopt};
     platform::Published<std::vector<PaymentMethodUiModel>> paymentMethodUiModels{*this, {}};
@@ -94,8 +93,7 @@ public:
     // Sends the chosen amount (a typed amount truncated to cents) to the chosen card. On success
     // closes the sheet and refetches; on failure only logs. `done` runs when the call returns.
     // An amount beyond 32 bits is a fatal stop.
-    void addFunds(const ReloadAmountSelection& selection, const PaymentMethodUiModel& paymentMethod,
-                  Done done = {});
+    void addFunds(const ReloadAmountSelection& selection, const PaymentMethodUiModel& paymentMethod, Done done = {});
 
     // Stores the auto reload state. On success closes the sheet and refetches; on failure only
     // logs. An amount beyond 32 bits is a fatal stop.

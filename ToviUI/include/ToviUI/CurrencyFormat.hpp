@@ -34,6 +34,8 @@ namespace tovi {
 [[nodiscard]] std::int32_t centsToInt32(std::int64_t cents);
 
 // `Double(cents) / 100.0`.
-[[nodiscard]] constexpr double centsToDollars(std::int64_t cents) { return static_cast<double>(cents) / 100.0; }
+[[nodiscard]] constexpr double centsToDollars(std::int64_t cents) {
+    return static_cast<double>(cents) / 100.0;
+}
 
 }  // namespace tovi

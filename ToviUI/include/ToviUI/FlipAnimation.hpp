@@ -11,8 +11,8 @@
 #include <cstdint>
 #include <functional>
 
-#include "platform/view/Node.hpp"
 #include "platform/view/Modifiers.hpp"
+#include "platform/view/Node.hpp"
 
 namespace tovi {
 
@@ -23,9 +23,9 @@ inline constexpr std::uint64_t flipFromRightOption = 0x200000;
 [[nodiscard]] platform::view::Node flipWrapper(platform::view::Node content, std::size_t trigger);
 
 template <class T>
-    requires requires(const T& v) {
-        { std::hash<T>{}(v) } -> std::convertible_to<std::size_t>;
-    }
+requires requires(const T& v) {
+    { std::hash<T>{}(v) } -> std::convertible_to<std::size_t>;
+}
 [[nodiscard]] platform::view::Node flip(platform::view::Node content, const T& item) {
     return flipWrapper(std::move(content), std::hash<T>{}(item));
 }

@@ -10,8 +10,8 @@
 namespace tovi {
 
 struct ReloadBucketUiModel {
-    std::string id;  // the only field compared by `isSelected`
-    std::int64_t reloadAmount = 0;             // cents
+    std::string id;                           // the only field compared by `isSelected`
+    std::int64_t reloadAmount = 0;            // cents
     std::optional<std::int64_t> bonusAmount;  // cents credited on top; absent means no promotion
 
     // A present bonus of at least one cent.

@@ -7,7 +7,11 @@ namespace tovi {
 
 enum class ToviButtonState : std::uint8_t { disabled, loading, enabled };
 
-[[nodiscard]] constexpr bool isEnabled(ToviButtonState s) { return s == ToviButtonState::enabled; }
-[[nodiscard]] constexpr bool isLoading(ToviButtonState s) { return s == ToviButtonState::loading; }
+[[nodiscard]] constexpr bool isEnabled(ToviButtonState s) {
+    return s == ToviButtonState::enabled;
+}
+[[nodiscard]] constexpr bool isLoading(ToviButtonState s) {
+    return s == ToviButtonState::loading;
+}
 
 }  // namespace tovi

@@ -2,8 +2,8 @@
 // ToviImage: one of the wallet's image assets, resizable and stretched to its frame.
 
 #include "ToviUI/ToviImageSource.hpp"
-#include "platform/view/Node.hpp"
 #include "platform/view/Kinds.hpp"
+#include "platform/view/Node.hpp"
 
 namespace tovi {
 

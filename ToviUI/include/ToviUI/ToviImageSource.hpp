@@ -37,10 +37,10 @@ enum class ToviImageSource : std::uint8_t {
 };
 
 inline constexpr std::array<std::string_view, 24> toviImageAssetNames = {
-    "auto_pay",         "wallet",      "sparkle",         "alert",       "close",        "check",
-    "error",            "back_arrow",  "chevron_right",   "chevron_left", "plus",        "nfc",
-    "error_card",       "placeholder_card", "apple_pay",  "american_express", "diners_club", "discover",
-    "maestro",          "master_card", "visa_electron",   "visa",        "tovi_card",    "location",
+    "auto_pay",   "wallet",           "sparkle",      "alert",    "close",   "check",       "error",
+    "back_arrow", "chevron_right",    "chevron_left", "plus",     "nfc",     "error_card",  "placeholder_card",
+    "apple_pay",  "american_express", "diners_club",  "discover", "maestro", "master_card", "visa_electron",
+    "visa",       "tovi_card",        "location",
 };
 
 [[nodiscard]] constexpr std::string_view rawValue(ToviImageSource source) {

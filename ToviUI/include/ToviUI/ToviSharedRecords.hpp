@@ -73,8 +73,7 @@ struct ToviSharedAppReloadConfiguration {
     std::vector<ToviSharedPresetReloadAmounts> presetAmounts;
     bool allowCustomAmount = false;
 
-    friend bool operator==(const ToviSharedAppReloadConfiguration&,
-                           const ToviSharedAppReloadConfiguration&) = default;
+    friend bool operator==(const ToviSharedAppReloadConfiguration&, const ToviSharedAppReloadConfiguration&) = default;
 };
 
 struct ToviSharedMerchantMetadata {
@@ -111,7 +110,7 @@ struct ToviSharedUserReloadConfiguration {
 struct ToviSharedTransaction {
     std::string id;
     std::string displayName;
-    std::string created;  // "yyyy-MM-dd'T'HH:mm:ss.SSSZ"
+    std::string created;           // "yyyy-MM-dd'T'HH:mm:ss.SSSZ"
     std::int32_t amount = 0;       // cents, signed as the backend sends it
     std::optional<bool> isCredit;  // absent when the backend does not say
 

@@ -58,8 +58,7 @@ struct ToviSharedWalletProviderApplePay {
     std::string nonceSignature;
     std::string certificate;  // the first certificate of the chain
 
-    friend bool operator==(const ToviSharedWalletProviderApplePay&,
-                           const ToviSharedWalletProviderApplePay&) = default;
+    friend bool operator==(const ToviSharedWalletProviderApplePay&, const ToviSharedWalletProviderApplePay&) = default;
 };
 
 // The closed set of wallet providers; one kind exists.

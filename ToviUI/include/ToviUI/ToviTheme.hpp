@@ -18,7 +18,8 @@
 namespace tovi {
 
 struct ToviTheme {
-    static void set(std::optional<BrandColors> brandColors = std::nullopt, std::optional<ToviFonts> fonts = std::nullopt);
+    static void set(std::optional<BrandColors> brandColors = std::nullopt,
+                    std::optional<ToviFonts> fonts = std::nullopt);
 
     // The bundle that holds the wallet's image assets.
     static constexpr const char* bundle = "ToviUI";

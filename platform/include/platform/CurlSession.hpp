@@ -3,10 +3,10 @@
 //
 // One multiplexing engine on one I/O thread serves every task of the session: connections
 // are kept alive and reused (HTTP/1.1, at most 6 per host; further requests queue for a
-// free one), TLS peers are verified, redirects are followed (up to 16). Completions and challenge handlers run on the session's own serial delegate
-// thread, never on the I/O thread, so a completion may block or call back into the session
-// (dataTask, resume, cancel) without stalling transfers of other tasks; it does hold up
-// later completions, as on any serial queue.
+// free one), TLS peers are verified, redirects are followed (up to 16). Completions and challenge handlers run on the
+// session's own serial delegate thread, never on the I/O thread, so a completion may block or call back into the
+// session (dataTask, resume, cancel) without stalling transfers of other tasks; it does hold up later completions, as
+// on any serial queue.
 //
 // Wire rules: the method is sent as written; HEAD asks for no body; a body goes out only
 // when it is non-empty (POST, PUT and PATCH without one send "Content-Length: 0"); request

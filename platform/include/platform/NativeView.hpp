@@ -71,7 +71,9 @@ public:
     [[nodiscard]] bool isDescendant(const NativeView& ancestor) const;
 
     [[nodiscard]] const std::optional<std::string>& accessibilityIdentifier() const { return accessibilityIdentifier_; }
-    void setAccessibilityIdentifier(std::optional<std::string> identifier) { accessibilityIdentifier_ = std::move(identifier); }
+    void setAccessibilityIdentifier(std::optional<std::string> identifier) {
+        accessibilityIdentifier_ = std::move(identifier);
+    }
 
     [[nodiscard]] bool isUserInteractionEnabled() const { return userInteractionEnabled_; }
     void setUserInteractionEnabled(bool enabled) { userInteractionEnabled_ = enabled; }

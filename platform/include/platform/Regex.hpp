@@ -47,7 +47,7 @@ struct RegexOptions {
 };
 
 struct RegexError {
-    std::string message;  // ICU's error name, such as "U_REGEX_MISMATCHED_PAREN"
+    std::string message;     // ICU's error name, such as "U_REGEX_MISMATCHED_PAREN"
     std::size_t offset = 0;  // UTF-16 offset in the pattern where compilation failed
 };
 

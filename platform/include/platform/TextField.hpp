@@ -144,7 +144,9 @@ public:
     // ---- Control events ------------------------------------------------------------------
     // `events` is a bit mask of ControlEvent values.
     ActionId addAction(std::uint32_t events, Action action);
-    ActionId addAction(ControlEvent event, Action action) { return addAction(static_cast<std::uint32_t>(event), std::move(action)); }
+    ActionId addAction(ControlEvent event, Action action) {
+        return addAction(static_cast<std::uint32_t>(event), std::move(action));
+    }
     void removeAction(ActionId id);
     // Runs, in registration order, every action registered for `event`.
     void sendActions(ControlEvent event);

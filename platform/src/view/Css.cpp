@@ -17,12 +17,23 @@ void appendEscaped(std::string& out, std::string_view text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char* entity = nullptr;
         switch (text[i]) {
-            case '&': entity = "&amp;"; break;
-            case '<': entity = "&lt;"; break;
-            case '>': entity = "&gt;"; break;
-            case '"': entity = "&quot;"; break;
-            case '\'': entity = "&#39;"; break;
-            default: continue;
+            case '&':
+                entity = "&amp;";
+                break;
+            case '<':
+                entity = "&lt;";
+                break;
+            case '>':
+                entity = "&gt;";
+                break;
+            case '"':
+                entity = "&quot;";
+                break;
+            case '\'':
+                entity = "&#39;";
+                break;
+            default:
+                continue;
         }
         out.append(text.substr(runStart, i - runStart));
         out += entity;
@@ -32,7 +43,9 @@ void appendEscaped(std::string& out, std::string_view text) {
 }
 
 namespace {
-int channel(double v) { return static_cast<int>(std::lround(std::clamp(v, 0.0, 1.0) * 255.0)); }
+int channel(double v) {
+    return static_cast<int>(std::lround(std::clamp(v, 0.0, 1.0) * 255.0));
+}
 }  // namespace
 
 std::string css(const Color& c) {
@@ -90,9 +103,14 @@ std::string cssFont(const Font& f) {
         family += "\",";
     }
     switch (f.design) {
-        case FontDesign::serif: family += "\"Liberation Serif\",\"DejaVu Serif\",serif"; break;
-        case FontDesign::monospaced: family += "\"Liberation Mono\",\"DejaVu Sans Mono\",monospace"; break;
-        default: family += "system-ui,-apple-system,\"Liberation Sans\",\"DejaVu Sans\",sans-serif";
+        case FontDesign::serif:
+            family += "\"Liberation Serif\",\"DejaVu Serif\",serif";
+            break;
+        case FontDesign::monospaced:
+            family += "\"Liberation Mono\",\"DejaVu Sans Mono\",monospace";
+            break;
+        default:
+            family += "system-ui,-apple-system,\"Liberation Sans\",\"DejaVu Sans\",sans-serif";
     }
     return fmt::format("font:{} {}px/1.25 {}", static_cast<int>(f.weight), number(f.size), family);
 }
@@ -114,7 +132,8 @@ std::optional<std::string_view> systemSymbolSvg(std::string_view name) {
         {"info.circle", std::string(head) + R"(<circle cx="12" cy="12" r="9"/><path d="M12 11v6M12 7.5v.5"/></svg>)"},
         {"exclamationmark.circle",
          std::string(head) + R"(<circle cx="12" cy="12" r="9"/><path d="M12 7v6M12 16.5v.5"/></svg>)"},
-        {"creditcard", std::string(head) + R"(<rect x="3" y="6" width="18" height="12" rx="2"/><path d="M3 10h18"/></svg>)"},
+        {"creditcard",
+         std::string(head) + R"(<rect x="3" y="6" width="18" height="12" rx="2"/><path d="M3 10h18"/></svg>)"},
     }};
     for (const auto& [key, svg] : symbols) {
         if (key == name) return svg;

@@ -9,17 +9,23 @@ namespace platform::view::internal {
 
 const char* flexPosition(HorizontalPart p) {
     switch (p) {
-        case HorizontalPart::leading: return "flex-start";
-        case HorizontalPart::trailing: return "flex-end";
-        default: return "center";
+        case HorizontalPart::leading:
+            return "flex-start";
+        case HorizontalPart::trailing:
+            return "flex-end";
+        default:
+            return "center";
     }
 }
 
 const char* flexPosition(VerticalPart p) {
     switch (p) {
-        case VerticalPart::top: return "flex-start";
-        case VerticalPart::bottom: return "flex-end";
-        default: return "center";
+        case VerticalPart::top:
+            return "flex-start";
+        case VerticalPart::bottom:
+            return "flex-end";
+        default:
+            return "center";
     }
 }
 
@@ -31,7 +37,9 @@ const char* gridPosition(VerticalPart p) {
     return p == VerticalPart::top ? "start" : (p == VerticalPart::bottom ? "end" : "center");
 }
 
-std::string px(double v) { return number(v) + "px"; }
+std::string px(double v) {
+    return number(v) + "px";
+}
 
 Fill contentFill(const Node& n, Kind parentKind) {
     const NodeData& d = n.data();
@@ -39,13 +47,19 @@ Fill contentFill(const Node& n, Kind parentKind) {
         case Kind::shape:
         case Kind::scrollView:
         case Kind::navigationStack:
-        case Kind::asyncImage: return {true, true};
-        case Kind::image: return d.as<ImageProps>()->resizable ? Fill{true, true} : Fill{};
+        case Kind::asyncImage:
+            return {true, true};
+        case Kind::image:
+            return d.as<ImageProps>()->resizable ? Fill{true, true} : Fill{};
         case Kind::toggle:
-        case Kind::textField: return {true, false};
-        case Kind::progress: return {d.as<ProgressProps>()->value.has_value(), false};
-        case Kind::spacer: return {parentKind == Kind::hstack, parentKind == Kind::vstack};
-        case Kind::divider: return {parentKind != Kind::hstack, parentKind == Kind::hstack};
+        case Kind::textField:
+            return {true, false};
+        case Kind::progress:
+            return {d.as<ProgressProps>()->value.has_value(), false};
+        case Kind::spacer:
+            return {parentKind == Kind::hstack, parentKind == Kind::vstack};
+        case Kind::divider:
+            return {parentKind != Kind::hstack, parentKind == Kind::hstack};
         case Kind::vstack:
         case Kind::hstack:
         case Kind::zstack:
@@ -59,7 +73,8 @@ Fill contentFill(const Node& n, Kind parentKind) {
             }
             return f;
         }
-        default: return {};
+        default:
+            return {};
     }
 }
 
@@ -105,12 +120,17 @@ std::string placeStyle(Fill f, Flow flow) {
 
 std::string cornerStyle(const ShapeProps& s, const Ctx& ctx) {
     switch (s.shape) {
-        case ShapeKind::roundedRectangle: return "border-radius:" + px(s.cornerRadius) + ";";
+        case ShapeKind::roundedRectangle:
+            return "border-radius:" + px(s.cornerRadius) + ";";
         case ShapeKind::circle:
-        case ShapeKind::ellipse: return "border-radius:50%;";
-        case ShapeKind::capsule: return "border-radius:9999px;";
-        case ShapeKind::path: return "clip-path:path('" + s.pathIn({0, 0, ctx.w, ctx.h}).svgData() + "');";
-        default: return {};
+        case ShapeKind::ellipse:
+            return "border-radius:50%;";
+        case ShapeKind::capsule:
+            return "border-radius:9999px;";
+        case ShapeKind::path:
+            return "clip-path:path('" + s.pathIn({0, 0, ctx.w, ctx.h}).svgData() + "');";
+        default:
+            return {};
     }
 }
 

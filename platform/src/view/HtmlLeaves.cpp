@@ -65,15 +65,16 @@ void Renderer::image(const ImageProps& img, std::string style, const std::string
     }
     if (img.renderingMode == RenderingMode::templated) {
         const char* size = !img.resizable ? "100% 100%" : (fit ? "contain" : (fillMode ? "cover" : "100% 100%"));
-        std::string mask = "url('data:image/svg+xml;base64," + platform::base64Encode(*svg) + "') center/" + size +
-                           " no-repeat";
+        std::string mask =
+            "url('data:image/svg+xml;base64," + platform::base64Encode(*svg) + "') center/" + size + " no-repeat";
         style += "-webkit-mask:" + mask + ";mask:" + mask + ";background-color:currentColor;";
         openTag("span", "i", style, attrs);
         out_ += "</span>";
         return;
     }
     openTag("span", "i", style, attrs);
-    const char* aspect = !img.resizable ? "xMidYMid meet" : (fit ? "xMidYMid meet" : (fillMode ? "xMidYMid slice" : "none"));
+    const char* aspect =
+        !img.resizable ? "xMidYMid meet" : (fit ? "xMidYMid meet" : (fillMode ? "xMidYMid slice" : "none"));
     if (img.source.type == ImageSource::Type::asset) {
         svg->insert(4, std::string(" width=\"100%\" height=\"100%\" preserveAspectRatio=\"") + aspect + "\"");
     }
@@ -125,8 +126,9 @@ void Renderer::shape(const ShapeProps& s, std::string style, const std::string& 
             pathStyle += "fill:none;";
         }
         if (s.stroke) {
-            pathStyle += "stroke:" + css(internal::firstColor(s.stroke->paint)) + ";stroke-width:" +
-                         number(s.stroke->lineWidth) + ";stroke-miterlimit:" + number(s.stroke->miterLimit) + ";";
+            pathStyle += "stroke:" + css(internal::firstColor(s.stroke->paint)) +
+                         ";stroke-width:" + number(s.stroke->lineWidth) +
+                         ";stroke-miterlimit:" + number(s.stroke->miterLimit) + ";";
         }
         out_ += " style=\"" + pathStyle + "\" vector-effect=\"non-scaling-stroke\"/></svg>";
         return;
@@ -209,10 +211,18 @@ void Renderer::sheet(const Presentation& p) {
     for (const Detent& detent : p.options.detents) {
         double h = opt_.height;
         switch (detent.type) {
-            case Detent::Type::medium: h = opt_.height * 0.5; break;
-            case Detent::Type::large: h = opt_.height - 54; break;
-            case Detent::Type::fraction: h = opt_.height * detent.value; break;
-            case Detent::Type::height: h = detent.value; break;
+            case Detent::Type::medium:
+                h = opt_.height * 0.5;
+                break;
+            case Detent::Type::large:
+                h = opt_.height - 54;
+                break;
+            case Detent::Type::fraction:
+                h = opt_.height * detent.value;
+                break;
+            case Detent::Type::height:
+                h = detent.value;
+                break;
         }
         height = std::min(height, h);
     }

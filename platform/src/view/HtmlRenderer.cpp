@@ -50,8 +50,9 @@ constexpr const char* styleSheet =
 }  // namespace
 
 void Renderer::page(const Node& root) {
-    out_ += "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\"><meta name=\"viewport\" "
-            "content=\"width=device-width,initial-scale=1\"><title>";
+    out_ +=
+        "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\"><meta name=\"viewport\" "
+        "content=\"width=device-width,initial-scale=1\"><title>";
     appendEscaped(out_, opt_.title);
     out_ += "</title><style>";
     out_ += styleSheet;
@@ -238,8 +239,10 @@ void Renderer::content(const Node& n, std::string style, const std::string& attr
             out_ += "</div>";
             return;
         }
-        case Kind::text: return text(*d.as<TextProps>(), style, attrs);
-        case Kind::image: return image(*d.as<ImageProps>(), style, attrs);
+        case Kind::text:
+            return text(*d.as<TextProps>(), style, attrs);
+        case Kind::image:
+            return image(*d.as<ImageProps>(), style, attrs);
         case Kind::asyncImage: {
             const auto& a = *d.as<AsyncImageProps>();
             std::string more = attrs;
@@ -249,7 +252,8 @@ void Renderer::content(const Node& n, std::string style, const std::string& attr
             out_ += "</div>";
             return;
         }
-        case Kind::button: return button(d, style, attrs, ctx);
+        case Kind::button:
+            return button(d, style, attrs, ctx);
         case Kind::toggle: {
             const auto& t = *d.as<ToggleProps>();
             openTag("label", "tg", style, attrs);
@@ -278,7 +282,8 @@ void Renderer::content(const Node& n, std::string style, const std::string& attr
             return;
         }
         case Kind::spacer: {
-            if (auto min = d.as<SpacerProps>()->minLength) style += "min-width:" + px(*min) + ";min-height:" + px(*min) + ";";
+            if (auto min = d.as<SpacerProps>()->minLength)
+                style += "min-width:" + px(*min) + ";min-height:" + px(*min) + ";";
             openTag("div", "", style, attrs);
             out_ += "</div>";
             return;
@@ -287,10 +292,14 @@ void Renderer::content(const Node& n, std::string style, const std::string& attr
             openTag("div", "dv", style, attrs);
             out_ += "</div>";
             return;
-        case Kind::progress: return progress(*d.as<ProgressProps>(), style, attrs, ctx);
-        case Kind::navigationStack: return navigation(d, style, attrs, ctx);
-        case Kind::shape: return shape(*d.as<ShapeProps>(), style, attrs, ctx);
-        case Kind::empty: return;
+        case Kind::progress:
+            return progress(*d.as<ProgressProps>(), style, attrs, ctx);
+        case Kind::navigationStack:
+            return navigation(d, style, attrs, ctx);
+        case Kind::shape:
+            return shape(*d.as<ShapeProps>(), style, attrs, ctx);
+        case Kind::empty:
+            return;
     }
 }
 }  // namespace internal

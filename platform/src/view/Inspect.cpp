@@ -27,7 +27,8 @@ Query textContaining(std::string part) {
 
 Query id(std::string accessibilityId) {
     std::string description = "id #" + accessibilityId;
-    return {std::move(description), [id = std::move(accessibilityId)](const Node& n) { return n->accessibilityId == id; }};
+    return {std::move(description),
+            [id = std::move(accessibilityId)](const Node& n) { return n->accessibilityId == id; }};
 }
 
 Query label(std::string accessibilityLabel) {
@@ -157,9 +158,15 @@ std::optional<T> nearest(const std::vector<Node>& path, std::optional<T> Environ
 
 }  // namespace
 
-std::optional<Font> ViewRef::font() const { return nearest(path_, &Environment::font); }
-std::optional<Color> ViewRef::foreground() const { return nearest(path_, &Environment::foreground); }
-std::optional<Color> ViewRef::tintColor() const { return nearest(path_, &Environment::tint); }
+std::optional<Font> ViewRef::font() const {
+    return nearest(path_, &Environment::font);
+}
+std::optional<Color> ViewRef::foreground() const {
+    return nearest(path_, &Environment::foreground);
+}
+std::optional<Color> ViewRef::tintColor() const {
+    return nearest(path_, &Environment::tint);
+}
 
 bool ViewRef::isDisabled() const {
     for (const Node& n : path_) {

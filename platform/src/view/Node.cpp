@@ -40,10 +40,18 @@ void restyle(NodeData& d) {
 
 }  // namespace
 
-const NodeData& Node::data() const { return d_ ? *d_ : emptyData(); }
-Kind Node::kind() const { return data().kind; }
-bool Node::isEmpty() const { return data().kind == Kind::empty; }
-const std::vector<Node>& Node::children() const { return data().children; }
+const NodeData& Node::data() const {
+    return d_ ? *d_ : emptyData();
+}
+Kind Node::kind() const {
+    return data().kind;
+}
+bool Node::isEmpty() const {
+    return data().kind == Kind::empty;
+}
+const std::vector<Node>& Node::children() const {
+    return data().children;
+}
 
 NodeData& Node::mut() {
     if (!d_) {
@@ -62,7 +70,9 @@ NodeData& Node::mutKind(const char* modifier, std::initializer_list<Kind> kinds)
     std::abort();
 }
 
-Node& Node::padding(Edge edges, double length) { return padding(EdgeInsets::on(edges, length)); }
+Node& Node::padding(Edge edges, double length) {
+    return padding(EdgeInsets::on(edges, length));
+}
 
 Node& Node::padding(EdgeInsets insets) {
     layerFor(mut(), paddingStage, false).padding += insets;
@@ -75,16 +85,24 @@ Node& Node::frame(const Frame& f) {
     return *this;
 }
 
-Node& Node::frame(double width, double height) { return frame(Frame{.width = width, .height = height}); }
-Node& Node::fillWidth(Alignment a) { return frame(Frame{.maxWidth = infinity, .alignment = a}); }
-Node& Node::fillHeight(Alignment a) { return frame(Frame{.maxHeight = infinity, .alignment = a}); }
+Node& Node::frame(double width, double height) {
+    return frame(Frame{.width = width, .height = height});
+}
+Node& Node::fillWidth(Alignment a) {
+    return frame(Frame{.maxWidth = infinity, .alignment = a});
+}
+Node& Node::fillHeight(Alignment a) {
+    return frame(Frame{.maxHeight = infinity, .alignment = a});
+}
 
 Node& Node::background(Node content, Alignment a) {
     layerFor(mut(), decorationStage, false).backgrounds.push_back({std::move(content), a});
     return *this;
 }
 
-Node& Node::background(Paint paint) { return background(ColorView(std::move(paint))); }
+Node& Node::background(Paint paint) {
+    return background(ColorView(std::move(paint)));
+}
 
 Node& Node::overlay(Node content, Alignment a) {
     layerFor(mut(), decorationStage, false).overlays.push_back({std::move(content), a});
@@ -178,7 +196,8 @@ Node& Node::fill(Paint paint) {
 }
 
 Node& Node::stroke(Paint paint, double lineWidth, double miterLimit) {
-    std::get<ShapeProps>(mutKind("stroke", {Kind::shape}).payload).stroke = Stroke{std::move(paint), lineWidth, miterLimit};
+    std::get<ShapeProps>(mutKind("stroke", {Kind::shape}).payload).stroke =
+        Stroke{std::move(paint), lineWidth, miterLimit};
     return *this;
 }
 

@@ -23,8 +23,12 @@ struct Vec {
     double x, y;
 };
 
-Vec sub(Point a, Point b) { return {a.x - b.x, a.y - b.y}; }
-double len(Vec v) { return std::hypot(v.x, v.y); }
+Vec sub(Point a, Point b) {
+    return {a.x - b.x, a.y - b.y};
+}
+double len(Vec v) {
+    return std::hypot(v.x, v.y);
+}
 
 }  // namespace
 

@@ -87,7 +87,8 @@ std::vector<std::pair<std::string, std::string>> parseQuery(std::string_view que
 }
 
 bool matches(const std::string& pattern, const std::string& path) {
-    if (!pattern.empty() && pattern.back() == '*') return path.starts_with(std::string_view(pattern).substr(0, pattern.size() - 1));
+    if (!pattern.empty() && pattern.back() == '*')
+        return path.starts_with(std::string_view(pattern).substr(0, pattern.size() - 1));
     return pattern == path;
 }
 
@@ -177,7 +178,8 @@ private:
     LoopbackHandler find(const std::string& method, const std::string& path) const {
         std::shared_lock lock(routesMutex_);
         for (auto it = routes_.rbegin(); it != routes_.rend(); ++it) {
-            const bool methodMatches = it->method == "*" || it->method == method || (method == "HEAD" && it->method == "GET");
+            const bool methodMatches =
+                it->method == "*" || it->method == method || (method == "HEAD" && it->method == "GET");
             if (methodMatches && matches(it->pattern, path)) return it->handler;
         }
         return nullptr;
@@ -261,11 +263,23 @@ void LoopbackServer::on(std::string method, std::string pathPattern, LoopbackHan
     impl_->on(std::move(method), std::move(pathPattern), std::move(handler));
 }
 
-std::string LoopbackServer::baseUrl() const { return "http://127.0.0.1:" + std::to_string(impl_->port()); }
-int LoopbackServer::port() const { return impl_->port(); }
-std::vector<LoopbackRequest> LoopbackServer::receivedRequests() const { return impl_->received(); }
-std::size_t LoopbackServer::requestCount() const { return impl_->count(); }
-void LoopbackServer::clearReceivedRequests() { impl_->clear(); }
-void LoopbackServer::stop() { impl_->stop(); }
+std::string LoopbackServer::baseUrl() const {
+    return "http://127.0.0.1:" + std::to_string(impl_->port());
+}
+int LoopbackServer::port() const {
+    return impl_->port();
+}
+std::vector<LoopbackRequest> LoopbackServer::receivedRequests() const {
+    return impl_->received();
+}
+std::size_t LoopbackServer::requestCount() const {
+    return impl_->count();
+}
+void LoopbackServer::clearReceivedRequests() {
+    impl_->clear();
+}
+void LoopbackServer::stop() {
+    impl_->stop();
+}
 
 }  // namespace platform::testing

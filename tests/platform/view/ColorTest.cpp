@@ -5,7 +5,9 @@
 namespace platform::view {
 namespace {
 
-Color rgb255(int r, int g, int b, double a = 1) { return {r / 255.0, g / 255.0, b / 255.0, a}; }
+Color rgb255(int r, int g, int b, double a = 1) {
+    return {r / 255.0, g / 255.0, b / 255.0, a};
+}
 
 TEST(ColorHex, ReadsTextAsTheDesignSystemDoes) {
     struct Case {

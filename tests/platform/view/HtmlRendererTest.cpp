@@ -15,11 +15,12 @@ std::string bodyOf(const std::string& html) {
     return html.substr(start + open.size(), end - start - open.size());
 }
 
-bool has(const std::string& html, const std::string& part) { return html.find(part) != std::string::npos; }
+bool has(const std::string& html, const std::string& part) {
+    return html.find(part) != std::string::npos;
+}
 
 TEST(HtmlRenderer, SmallTreeGivesExactlyThisMarkup) {
-    Node tree = VStack({Text("Hello <you> & \"me\"").font(Font::system(16, FontWeight::bold)),
-                        Spacer(),
+    Node tree = VStack({Text("Hello <you> & \"me\"").font(Font::system(16, FontWeight::bold)), Spacer(),
                         RoundedRectangle(12).fill(Color::hex("#346ECE")).frame(40, 20)},
                        Alignment::leading, 4)
                     .padding(Edge::horizontal, 16)
@@ -39,30 +40,32 @@ TEST(HtmlRenderer, SmallTreeGivesExactlyThisMarkup) {
 }
 
 TEST(HtmlRenderer, StylesFollowTheModifiers) {
-    Node tree =
-        HStack({Text("a").foregroundColor(Color::black().opacity(0.5)),
-                Circle().stroke(Color::white(), 2),
-                Text("b").blur(3).opacity(0.25).clipShape(Capsule())},
-               Alignment::top, 0)
-            .background(ColorView(LinearGradient{{Color::white(), Color::black()}, UnitPoint::topLeading(),
-                                                 UnitPoint::bottomTrailing()}));
+    Node tree = HStack({Text("a").foregroundColor(Color::black().opacity(0.5)), Circle().stroke(Color::white(), 2),
+                        Text("b").blur(3).opacity(0.25).clipShape(Capsule())},
+                       Alignment::top, 0)
+                    .background(ColorView(LinearGradient{
+                        {Color::white(), Color::black()}, UnitPoint::topLeading(), UnitPoint::bottomTrailing()}));
     const std::string html = renderHtml(tree);
     EXPECT_TRUE(has(html, "align-items:flex-start;gap:0px;\"><span class=\"t\"")) << html;
     EXPECT_TRUE(has(html, "color:rgba(0,0,0,0.5)")) << html;
     EXPECT_TRUE(has(html, "box-shadow:0 0 0 1px #ffffff,inset 0 0 0 1px #ffffff")) << html;
     EXPECT_TRUE(has(html, "border-radius:50%")) << html;
-    EXPECT_TRUE(has(html, "overflow:hidden;border-radius:9999px;\"><div class=\"l\" style=\"opacity:0.25;filter:blur(3px);\"")) << html;
+    EXPECT_TRUE(
+        has(html, "overflow:hidden;border-radius:9999px;\"><div class=\"l\" style=\"opacity:0.25;filter:blur(3px);\""))
+        << html;
     EXPECT_TRUE(has(html, "background:linear-gradient(to bottom right,#ffffff,#000000)")) << html;
     EXPECT_TRUE(has(html, "z-index:-1")) << html;
 }
 
 TEST(HtmlRenderer, CustomPathsAreInlineSvgAtTheFramedSize) {
-    Node shape = PathShape("Triangle", [](Rect r) {
-                     return Path().move({0, r.height}).line({r.width / 2, 0}).line({r.width, r.height}).close();
-                 })
-                     .fill(Color::white())
-                     .stroke(Color::black(), 1, 10)
-                     .frame(100, 50);
+    Node shape =
+        PathShape("Triangle",
+                  [](Rect r) {
+                      return Path().move({0, r.height}).line({r.width / 2, 0}).line({r.width, r.height}).close();
+                  })
+            .fill(Color::white())
+            .stroke(Color::black(), 1, 10)
+            .frame(100, 50);
     const std::string html = renderHtml(shape);
     EXPECT_TRUE(has(html, "viewBox=\"0 0 100 50\"")) << html;
     EXPECT_TRUE(has(html, "<path d=\"M0 50 L50 0 L100 50 Z\"")) << html;
@@ -100,8 +103,8 @@ TEST(HtmlRenderer, NavigationShowsTheTopDestinationAndSheetsTheirDetent) {
     Node root = VStack({Text("root page")})
                     .navigationTitle("Wallet")
                     .navigationDestination(true, Text("detail page").navigationTitle("Detail"));
-    Node tree = NavigationStack(root).sheet(
-        true, Text("in sheet"), SheetOptions{{Detent::fraction(0.7), Detent::large()}, true});
+    Node tree = NavigationStack(root).sheet(true, Text("in sheet"),
+                                            SheetOptions{{Detent::fraction(0.7), Detent::large()}, true});
     const std::string html = renderHtml(tree);
     EXPECT_FALSE(has(html, "root page"));
     EXPECT_TRUE(has(html, "<span class=\"nt\">Detail</span>")) << html;

@@ -52,8 +52,8 @@ TEST(Inspect, DecorationsAndPresentationsAreSearchedOnlyWhenShown) {
 }
 
 TEST(Inspect, AsyncImageShowsPlaceholderUntilLoaded) {
-    Node image = AsyncImage("https://example.com/a.png", UrlImage("https://example.com/a.png").accessibilityIdentifier("art"),
-                            Text("placeholder"));
+    Node image = AsyncImage("https://example.com/a.png",
+                            UrlImage("https://example.com/a.png").accessibilityIdentifier("art"), Text("placeholder"));
     EXPECT_TRUE(inspect(image).has("placeholder"));
     EXPECT_FALSE(inspect(image).has(by::id("art")));
     image.phase(LoadPhase::loaded);
@@ -73,8 +73,7 @@ TEST(InspectEvents, TapReachesTheNearestHandlerAboveUnlessBlocked) {
         {"tap gesture on a stack", VStack({Text("Go")}).onTapGesture(count), true},
         {"disabled button", Button(Text("Go"), count).disabled(), false},
         {"disabled ancestor", VStack({Button(Text("Go"), count)}).disabled(), false},
-        {"disabled below the handler does not block",
-         Button(VStack({Text("Go").disabled()}), count), true},
+        {"disabled below the handler does not block", Button(VStack({Text("Go").disabled()}), count), true},
         {"no hit testing", Button(Text("Go").allowsHitTesting(false), count), false},
         {"nothing handles taps", VStack({Text("Go")}), false},
     };
@@ -92,12 +91,13 @@ TEST(InspectEvents, ToggleTypeRefreshAppearDismiss) {
     int appeared = 0;
     bool dismissed = false;
     std::function<void()> pendingDone;
-    Node tree = ScrollView(VStack({Toggle(Text("Auto"), true, [&](bool on) { toggled = on; }),
-                                   HostedTextField(nullptr, "Amount").onTextChange([&](const std::string& t) { typed = t; }),
-                                   Text("row").onAppear([&] { ++appeared; })})
-                               .onAppear([&] { ++appeared; }))
-                    .refreshable([&](std::function<void()> done) { pendingDone = std::move(done); })
-                    .sheet(true, Text("sheet"), SheetOptions{}, [&] { dismissed = true; });
+    Node tree =
+        ScrollView(VStack({Toggle(Text("Auto"), true, [&](bool on) { toggled = on; }),
+                           HostedTextField(nullptr, "Amount").onTextChange([&](const std::string& t) { typed = t; }),
+                           Text("row").onAppear([&] { ++appeared; })})
+                       .onAppear([&] { ++appeared; }))
+            .refreshable([&](std::function<void()> done) { pendingDone = std::move(done); })
+            .sheet(true, Text("sheet"), SheetOptions{}, [&] { dismissed = true; });
     auto screen = inspect(tree);
     EXPECT_TRUE(screen.find(by::kind(Kind::toggle)).toggle());
     EXPECT_EQ(toggled, false);

@@ -31,7 +31,8 @@ TEST(NodeModifiers, PaddingAddsPerEdge) {
 }
 
 TEST(NodeModifiers, EnvironmentNearestTheContentWins) {
-    Node n = Text("x").font(Font::system(12)).font(Font::system(30)).foregroundColor(red).foregroundColor(Color::black());
+    Node n =
+        Text("x").font(Font::system(12)).font(Font::system(30)).foregroundColor(red).foregroundColor(Color::black());
     EXPECT_EQ(n->env.font, Font::system(12));
     EXPECT_EQ(n->env.foreground, red);
 }

@@ -60,7 +60,9 @@ template <class Range, class Fn>
 // ---- Layout helpers
 [[nodiscard]] Node Spacer(std::optional<double> minLength = std::nullopt);
 [[nodiscard]] Node Divider();
-[[nodiscard]] inline Node EmptyView() { return Node{}; }
+[[nodiscard]] inline Node EmptyView() {
+    return Node{};
+}
 
 // ---- Shapes (they fill what they are offered)
 [[nodiscard]] Node Rectangle();

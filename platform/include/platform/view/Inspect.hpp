@@ -32,7 +32,7 @@ struct Query {
     Query(std::string description, std::function<bool(const Node&)> matches)
         : description(std::move(description)), matches(std::move(matches)) {}
     // A bare string finds a text node whose whole text is exactly that string.
-    Query(const char* text);  // NOLINT(google-explicit-constructor): terse on purpose
+    Query(const char* text);         // NOLINT(google-explicit-constructor): terse on purpose
     Query(const std::string& text);  // NOLINT(google-explicit-constructor)
 };
 
@@ -106,7 +106,9 @@ private:
     std::vector<Node> path_;  // root first
 };
 
-[[nodiscard]] inline ViewRef inspect(Node root) { return ViewRef(std::move(root)); }
+[[nodiscard]] inline ViewRef inspect(Node root) {
+    return ViewRef(std::move(root));
+}
 
 // A readable outline of a tree, one node a line: kind, [view type], "text", #id, flags.
 [[nodiscard]] std::string describe(const Node& root);

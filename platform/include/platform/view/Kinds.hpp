@@ -20,7 +20,7 @@ namespace platform::view {
 
 enum class Kind : std::uint8_t {
     empty,
-    group,            // children drawn as one, without layout of its own (layered)
+    group,  // children drawn as one, without layout of its own (layered)
     vstack,
     hstack,
     zstack,

@@ -116,7 +116,7 @@ struct Presentation {
     Type type = Type::sheet;
     bool isPresented = false;
     Node content{};
-    SheetOptions options{};          // sheets only
+    SheetOptions options{};             // sheets only
     std::function<void()> onDismiss{};  // the platform dismissed it (swipe down, back button)
 };
 

@@ -99,22 +99,22 @@ public:
     Node& disabled(bool disabled = true);
 
     // ---- Kind-specific
-    Node& spacing(double spacing);                // stacks
-    Node& alignment(Alignment alignment);         // stacks
-    Node& lineLimit(int lines);                   // text
-    Node& multilineTextAlignment(HorizontalPart alignment);  // text
-    Node& resizable();                            // images
-    Node& renderingMode(RenderingMode mode);      // images
-    Node& aspectRatio(ContentMode mode);          // images
-    Node& fill(Paint paint);                      // shapes
+    Node& spacing(double spacing);                                            // stacks
+    Node& alignment(Alignment alignment);                                     // stacks
+    Node& lineLimit(int lines);                                               // text
+    Node& multilineTextAlignment(HorizontalPart alignment);                   // text
+    Node& resizable();                                                        // images
+    Node& renderingMode(RenderingMode mode);                                  // images
+    Node& aspectRatio(ContentMode mode);                                      // images
+    Node& fill(Paint paint);                                                  // shapes
     Node& stroke(Paint paint, double lineWidth = 1, double miterLimit = 10);  // shapes
-    Node& showsIndicators(bool shows);            // scroll views
-    Node& refreshable(RefreshAction action);      // scroll views
-    Node& buttonStyle(ButtonStyle style);         // buttons
+    Node& showsIndicators(bool shows);                                        // scroll views
+    Node& refreshable(RefreshAction action);                                  // scroll views
+    Node& buttonStyle(ButtonStyle style);                                     // buttons
     // The pressed state that the platform gives a button style; for previews and tests.
-    Node& pressed(bool pressed = true);           // buttons
-    Node& controlSize(ControlSize size);          // progress indicators
-    Node& phase(LoadPhase phase);                 // asynchronous images
+    Node& pressed(bool pressed = true);   // buttons
+    Node& controlSize(ControlSize size);  // progress indicators
+    Node& phase(LoadPhase phase);         // asynchronous images
 
     // ---- Events
     Node& onTapGesture(std::function<void()> action);
