@@ -20,9 +20,9 @@
 #include "KorvaneElements/CardNumberUITextField.hpp"
 #include "KorvaneElements/CardVerificationCodeUITextField.hpp"
 #include "KorvaneElements/Telemetry.hpp"
-#include "platform/DroppingTransport.hpp"
-#include "platform/ManualMainQueue.hpp"
-#include "platform/TextFieldDriver.hpp"
+#include "platform/testing/DroppingTransport.hpp"
+#include "platform/testing/ManualMainQueue.hpp"
+#include "platform/view/TextFieldDriver.hpp"
 
 namespace {
 

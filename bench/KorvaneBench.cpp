@@ -27,7 +27,7 @@
 #include "Korvane/TokenPaginatedList.hpp"
 #include "Korvane/TokensAPI.hpp"
 #include "LoopbackBenchServer.hpp"
-#include "platform/InlineExecutor.hpp"
+#include "platform/testing/InlineExecutor.hpp"
 
 namespace {
 

@@ -6,7 +6,7 @@
 // Routes: GET "/token" and GET "/tokens/<id>" both answer 200 with `kTokenBody` as JSON.
 // Thread safety: created on first use (thread-safe static), never destroyed.
 
-#include "platform/testing/LoopbackServer.hpp"
+#include "platform/LoopbackServer.hpp"
 
 namespace tovi_bench {
 

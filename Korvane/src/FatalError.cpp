@@ -1,17 +1,15 @@
 #include "Korvane/FatalError.hpp"
 
-#include <cstdio>
-#include <cstdlib>
 #include <string>
+
+#include "platform/Fatal.hpp"
 
 namespace korvane {
 
 void fatalError(std::string_view message, std::string_view source) {
     std::string line;
-    line.append(source).append(": Fatal error: ").append(message).append("\n");
-    std::fwrite(line.data(), 1, line.size(), stderr);
-    std::fflush(stderr);
-    std::abort();
+    line.append(source).append(": Fatal error: ").append(message);
+    platform::fatalStop(line);
 }
 
 }  // namespace korvane

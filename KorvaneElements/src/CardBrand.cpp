@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "ElementText.hpp"
-#include "Fatal.hpp"
 #include "KorvaneElements/KvDatadogLogger.hpp"
+#include "platform/Fatal.hpp"
 
 namespace korvane::elements {
 
@@ -67,7 +67,7 @@ CardBrandDetails::CardBrandDetails(std::string name, std::vector<CardIdentifier>
       cvcMaskInput(std::move(cvcMask)),
       validLengths(std::move(lengths)) {
     if (validLengths.empty() || validLengths.back() < 1) {
-        internal::fatalStop("CardBrandDetails: validLengths must end with a length of at least 1");
+        platform::fatalStop("CardBrandDetails: validLengths must end with a length of at least 1");
     }
     const int length = validLengths.back();
     std::size_t gapIndex = 0;

@@ -5,12 +5,12 @@
 #include <mutex>
 
 #include "ElementText.hpp"
-#include "Fatal.hpp"
 #include "KorvaneElements/CardBrand.hpp"
 #include "KorvaneElements/ElementValueReference.hpp"
 #include "platform/Calendar.hpp"
 #include "platform/Clock.hpp"
 #include "platform/DateFormatter.hpp"
+#include "platform/Fatal.hpp"
 #include "platform/Locale.hpp"
 #include "platform/Text.hpp"
 
@@ -74,7 +74,7 @@ std::string resolve(const std::shared_ptr<ElementValueReference>& reference) {
         return "";
     }
     if (!reference->valueMethod()) {
-        internal::fatalStop("ElementValueReference has no valueMethod");
+        platform::fatalStop("ElementValueReference has no valueMethod");
     }
     return reference->valueMethod()();
 }
@@ -176,7 +176,7 @@ std::string CardExpirationDateUITextField::yearText() const {
     const std::string value = applyTransform(fieldText());
     const auto parts = splitAtSlash(value);
     if (parts.size() < 2) {
-        internal::fatalStop("CardExpirationDateUITextField: the expiration date has no year after \"/\"");
+        platform::fatalStop("CardExpirationDateUITextField: the expiration date has no year after \"/\"");
     }
     return "20" + std::string(parts[1]);
 }

@@ -1,7 +1,7 @@
 #include "KorvaneElements/CardNumberUITextField.hpp"
 
 #include "ElementText.hpp"
-#include "Fatal.hpp"
+#include "platform/Fatal.hpp"
 
 namespace korvane::elements {
 
@@ -64,7 +64,7 @@ void CardNumberUITextField::setConfig(const std::optional<TextElementOptions>& o
     try {
         TextElementUITextField::setConfig(TextElementOptions::copyOnly(options->enableCopy, options->copyIconColor));
     } catch (const ElementConfigException&) {
-        internal::fatalStop("CardNumberUITextField: the base configuration failed without a mask");
+        platform::fatalStop("CardNumberUITextField: the base configuration failed without a mask");
     }
 }
 

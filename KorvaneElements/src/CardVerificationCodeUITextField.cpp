@@ -1,7 +1,7 @@
 #include "KorvaneElements/CardVerificationCodeUITextField.hpp"
 
 #include "ElementText.hpp"
-#include "Fatal.hpp"
+#include "platform/Fatal.hpp"
 #include "platform/Regex.hpp"
 
 namespace korvane::elements {
@@ -45,7 +45,7 @@ void CardVerificationCodeUITextField::setConfig(const CardVerificationCodeOption
         try {
             TextElementUITextField::setConfig(TextElementOptions::copyOnly(options.enableCopy, options.copyIconColor));
         } catch (const ElementConfigException&) {
-            internal::fatalStop("CardVerificationCodeUITextField: the base configuration failed without a mask");
+            platform::fatalStop("CardVerificationCodeUITextField: the base configuration failed without a mask");
         }
     }
 }

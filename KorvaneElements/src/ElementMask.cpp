@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "ElementText.hpp"
-#include "Fatal.hpp"
 #include "KorvaneElements/ElementTransform.hpp"
+#include "platform/Fatal.hpp"
 #include "platform/Regex.hpp"
 #include "platform/Text.hpp"
 
@@ -48,7 +48,7 @@ private:
 RegexRef compileElementRegex(std::string_view pattern) {
     auto compiled = platform::Regex::compile(pattern);
     if (!compiled) {
-        internal::fatalStop("invalid regular expression pattern: " + std::string(pattern));
+        platform::fatalStop("invalid regular expression pattern: " + std::string(pattern));
     }
     return std::make_shared<const platform::Regex>(std::move(*compiled));
 }

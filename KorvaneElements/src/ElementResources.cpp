@@ -1,7 +1,7 @@
 #include "KorvaneElements/ElementResources.hpp"
 
 #include "EmbeddedResources.hpp"
-#include "Fatal.hpp"
+#include "platform/Fatal.hpp"
 
 namespace korvane::elements {
 
@@ -13,7 +13,7 @@ const ResourceBundle& locateBundle(const std::vector<BundleCandidate>& candidate
             return *bundle;
         }
     }
-    fatalStop(std::string("unable to find bundle named ") + kElementResourceBundleName);
+    platform::fatalStop(std::string("unable to find bundle named ") + kElementResourceBundleName);
 }
 
 namespace {

@@ -1,9 +1,9 @@
 #include "ElementsSupport.hpp"
 
 #include "AnyCodable/JsonReader.hpp"
-#include "Fatal.hpp"
 #include "KorvaneElements/ElementValueReference.hpp"
 #include "KorvaneElements/KvDatadogLogger.hpp"
+#include "platform/Fatal.hpp"
 #include "platform/Uuid.hpp"
 
 namespace korvane::elements::internal {
@@ -68,7 +68,7 @@ void buildResponseTree(const anycodable::Value& value, JSON& node, LeafMaker lea
 std::expected<anycodable::Value, anycodable::DecodingError> parseResponseObject(std::string_view body) {
     auto parsed = anycodable::readJson(body);
     if (!parsed) return std::unexpected(std::move(parsed.error()));
-    if (parsed->is<anycodable::Array>()) fatalStop("Response body is a JSON array, not an object");
+    if (parsed->is<anycodable::Array>()) platform::fatalStop("Response body is a JSON array, not an object");
     if (!parsed->is<anycodable::Map>()) {
         return std::unexpected(anycodable::DecodingError{
             anycodable::DecodingError::Kind::dataCorrupted, {}, "JSON text did not start with array or object"});

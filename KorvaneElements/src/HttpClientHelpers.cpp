@@ -6,10 +6,10 @@
 
 #include "AnyCodable/JsonWriter.hpp"
 #include "ElementsSupport.hpp"
-#include "Fatal.hpp"
 #include "KorvaneElements/HttpMethod.hpp"
 #include "KorvaneElements/KorvaneElements.hpp"
 #include "KorvaneElements/KvDatadogLogger.hpp"
+#include "platform/Fatal.hpp"
 #include "platform/HttpSession.hpp"
 #include "platform/Url.hpp"
 
@@ -55,7 +55,7 @@ std::optional<std::string> encodeBody(const anycodable::Map& payload, std::strin
         }
         return body;
     }
-    internal::fatalStop("Content-Type not supported");
+    platform::fatalStop("Content-Type not supported");
 }
 
 void handleResponse(HttpMethod method, const std::string& url, const platform::HttpResult& result,

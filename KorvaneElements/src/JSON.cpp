@@ -1,12 +1,12 @@
 #include "KorvaneElements/JSON.hpp"
 
-#include "Fatal.hpp"
+#include "platform/Fatal.hpp"
 
 namespace korvane::elements {
 
 namespace {
 void requireNonNegative(std::ptrdiff_t index) {
-    if (index < 0) internal::fatalStop("Negative index into a JSON array");
+    if (index < 0) platform::fatalStop("Negative index into a JSON array");
 }
 }  // namespace
 

@@ -6,11 +6,11 @@
 #include <mutex>
 
 #include "ElementsSupport.hpp"
-#include "Fatal.hpp"
 #include "Korvane/KorvaneAPI.hpp"
 #include "Korvane/SessionsAPI.hpp"
 #include "Korvane/TokenizeAPI.hpp"
 #include "Korvane/TokensAPI.hpp"
+#include "platform/Fatal.hpp"
 #include "platform/HttpSession.hpp"
 
 namespace korvane::elements {
@@ -163,7 +163,7 @@ void KorvaneElements::getTokenById(std::string id, std::optional<std::string> ap
         kGetTokenEndpoint, traceId, apiKey, [&] { return korvane::TokensAPI::getById.withRequestBuilder(id); },
         [](korvane::Token token) {
             if (!token.data || !token.data->value.is<anycodable::Map>()) {
-                internal::fatalStop("The data of a token read back is not a JSON object");
+                platform::fatalStop("The data of a token read back is not a JSON object");
             }
             JSON tree = JSON::dictionary();
             internal::buildResponseTree(token.data->value, tree, &internal::makeOpaqueLeaf);

@@ -3,10 +3,10 @@
 #include <atomic>
 #include <cmath>
 
-#include "Fatal.hpp"
 #include "KorvaneElements/Telemetry.hpp"
 #include "SharedLogger.hpp"
 #include "platform/DeviceInfo.hpp"
+#include "platform/Fatal.hpp"
 #include "platform/Http.hpp"
 #include "platform/HttpSession.hpp"
 
@@ -128,7 +128,7 @@ KVDatadogLoggerBuilder& KVDatadogLoggerBuilder::addAttribute(std::string key, st
 
 std::unique_ptr<KvDatadogLogger> KVDatadogLoggerBuilder::build() {
     if (!clientToken_) {
-        internal::fatalStop("KVDatadogLoggerBuilder: a client token is required to build a logger");
+        platform::fatalStop("KVDatadogLoggerBuilder: a client token is required to build a logger");
     }
     auto logger = std::make_unique<KvDatadogLogger>(*clientToken_, telemetryIntakeOrigin() + kTelemetryIntakePath);
     for (auto& [key, value] : attributes_) {

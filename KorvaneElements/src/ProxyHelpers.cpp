@@ -6,10 +6,10 @@
 
 #include "AnyCodable/JsonWriter.hpp"
 #include "ElementsSupport.hpp"
-#include "Fatal.hpp"
 #include "Korvane/KorvaneAPI.hpp"
 #include "KorvaneElements/KorvaneElements.hpp"
 #include "KorvaneElements/KvDatadogLogger.hpp"
+#include "platform/Fatal.hpp"
 #include "platform/HttpSession.hpp"
 #include "platform/Url.hpp"
 
@@ -31,7 +31,7 @@ std::string proxyUrl(const std::optional<ProxyHttpRequest>& request) {
         }
     }
     if (!query.empty()) url += "?" + query;
-    if (!platform::Url::parse(url)) internal::fatalStop("Invalid proxy URL");
+    if (!platform::Url::parse(url)) platform::fatalStop("Invalid proxy URL");
     return url;
 }
 
@@ -127,7 +127,7 @@ void KorvaneElements::proxy(std::optional<std::string> apiKey, std::optional<std
             return;
         }
         auto encoded = anycodable::toJson(anycodable::Value(std::move(body)));
-        if (!encoded) internal::fatalStop("The proxy request body cannot be written as JSON");
+        if (!encoded) platform::fatalStop("The proxy request body cannot be written as JSON");
         request.body = std::move(*encoded);
     }
 

@@ -7,10 +7,10 @@
 
 #include "ElementText.hpp"
 #include "ElementsSupport.hpp"
-#include "Fatal.hpp"
 #include "KorvaneElements/ElementReferenceValue.hpp"
 #include "KorvaneElements/KorvaneElements.hpp"
 #include "KorvaneElements/KvDatadogLogger.hpp"
+#include "platform/Fatal.hpp"
 
 namespace korvane::elements {
 
@@ -58,7 +58,7 @@ std::optional<double> parseDouble(std::string_view text) {
 }
 
 [[noreturn]] void missingValue(const ElementReferenceProtocol& element) {
-    internal::fatalStop("Unexpectedly found nil while reading the value of element " + element.elementId());
+    platform::fatalStop("Unexpectedly found nil while reading the value of element " + element.elementId());
 }
 
 // The value that replaces `element`, or absent when the key is to be removed.
@@ -128,7 +128,7 @@ std::expected<void, TokenizingError> KorvaneElements::replaceElementReferences(a
         const auto text = element->getValue();
         const auto complete = element->isComplete();
         if (!complete) {
-            internal::fatalStop("Unexpectedly found nil while reading isComplete of element " + element->elementId());
+            platform::fatalStop("Unexpectedly found nil while reading isComplete of element " + element->elementId());
         }
         if (!*complete) {
             logger().log("Tried to tokenize while element is incomplete", "warn", std::nullopt,

@@ -3,11 +3,11 @@
 #include <chrono>
 
 #include "ElementText.hpp"
-#include "Fatal.hpp"
 #include "KorvaneElements/ElementResources.hpp"
 #include "KorvaneElements/ElementValueReference.hpp"
 #include "KorvaneElements/KorvaneUIViewController.hpp"
 #include "KorvaneElements/KvDatadogLogger.hpp"
+#include "platform/Fatal.hpp"
 #include "platform/MainQueue.hpp"
 #include "platform/Pasteboard.hpp"
 #include "platform/Regex.hpp"
@@ -95,7 +95,7 @@ void TextElementUITextField::setValue(const std::shared_ptr<ElementValueReferenc
         return;
     }
     if (!reference->valueMethod()) {
-        internal::fatalStop("ElementValueReference has no valueMethod");
+        platform::fatalStop("ElementValueReference has no valueMethod");
     }
     writeText(reference->valueMethod()());
 }

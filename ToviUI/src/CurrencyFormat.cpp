@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "Fatal.hpp"
+#include "platform/Fatal.hpp"
 
 namespace tovi {
 
@@ -29,22 +30,22 @@ const platform::NumberFormatter& usdAmountFormatter() {
 
 std::string formatUsdAmount(double dollars) {
     auto text = usdAmountFormatter().format(dollars);
-    if (!text) internal::fatalStop(internal::kUnexpectedNil);
+    if (!text) platform::fatalStop(internal::kUnexpectedNil);
     return *std::move(text);
 }
 
 std::int64_t dollarsToCents(double dollars) {
     const double product = dollars * 100.0;
-    if (!std::isfinite(product)) internal::fatalStop(internal::kNonFiniteDollars);
+    if (!std::isfinite(product)) platform::fatalStop(internal::kNonFiniteDollars);
     // The truncation of anything above -2^63 - 2048 (the next double down) still fits.
-    if (product <= -9223372036854777856.0) internal::fatalStop(internal::kDollarsBelowRange);
-    if (product >= 9223372036854775808.0) internal::fatalStop(internal::kDollarsAboveRange);
+    if (product <= -9223372036854777856.0) platform::fatalStop(internal::kDollarsBelowRange);
+    if (product >= 9223372036854775808.0) platform::fatalStop(internal::kDollarsAboveRange);
     return static_cast<std::int64_t>(product);
 }
 
 std::int32_t centsToInt32(std::int64_t cents) {
     if (cents < std::numeric_limits<std::int32_t>::min() || cents > std::numeric_limits<std::int32_t>::max()) {
-        internal::fatalStop(internal::kNotEnoughBits);
+        platform::fatalStop(internal::kNotEnoughBits);
     }
     return static_cast<std::int32_t>(cents);
 }

@@ -1,12 +1,10 @@
 #pragma once
-// The fatal stops of the wallet layer: the message goes to standard error, then the process
-// aborts. Only for programming faults the wallet cannot go on from (amounts that do not fit).
+// The messages of the wallet layer's fatal stops (amounts that do not fit), shared with the
+// tests that expect them. The stop itself is platform::fatalStop.
 
 #include <string_view>
 
 namespace tovi::internal {
-
-[[noreturn]] void fatalStop(std::string_view message);
 
 // The messages, shared with the tests that expect them.
 inline constexpr std::string_view kNonFiniteDollars =

@@ -3,7 +3,7 @@
 #include "CurlEasy.hpp"
 #include "HttpAuthChallenge.hpp"
 #include "HttpDelegateQueue.hpp"
-#include "HttpTaskBase.hpp"
+#include "platform/internal/HttpTaskBase.hpp"
 
 #include <curl/curl.h>
 

@@ -1,4 +1,4 @@
-#include "HttpTaskBase.hpp"
+#include "platform/internal/HttpTaskBase.hpp"
 
 #include <utility>
 

@@ -77,19 +77,4 @@ bool isKnownTimeZone(std::string_view timeZoneId) {
     return internal::makeTimeZone(timeZoneId) != nullptr;
 }
 
-ScopedLocale::ScopedLocale(std::string_view localeId, std::string_view timeZoneId)
-    : previousLocale_(currentLocale()), previousTimeZone_(currentTimeZone()) {
-    if (!setCurrentTimeZone(timeZoneId)) {
-        std::fprintf(stderr, "ScopedLocale: unknown time zone \"%.*s\"\n", static_cast<int>(timeZoneId.size()),
-                     timeZoneId.data());
-        std::abort();
-    }
-    setCurrentLocale(localeId);
-}
-
-ScopedLocale::~ScopedLocale() {
-    setCurrentLocale(previousLocale_);
-    (void)setCurrentTimeZone(previousTimeZone_);
-}
-
 }  // namespace platform

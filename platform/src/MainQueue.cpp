@@ -1,6 +1,6 @@
 #include "platform/MainQueue.hpp"
 
-#include "TimedTaskQueue.hpp"
+#include "platform/internal/TimedTaskQueue.hpp"
 
 namespace platform {
 

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "TimedTaskQueue.hpp"
+#include "platform/internal/TimedTaskQueue.hpp"
 
 namespace platform {
 

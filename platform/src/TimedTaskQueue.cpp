@@ -1,4 +1,4 @@
-#include "TimedTaskQueue.hpp"
+#include "platform/internal/TimedTaskQueue.hpp"
 
 #include <algorithm>
 #include <vector>

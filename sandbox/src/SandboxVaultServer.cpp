@@ -12,9 +12,9 @@
 #include "AnyCodable/JsonWriter.hpp"
 #include "SandboxVaultTokens.hpp"
 #include "platform/CurlSession.hpp"
+#include "platform/LoopbackServer.hpp"
 #include "platform/Url.hpp"
 #include "platform/Uuid.hpp"
-#include "platform/testing/LoopbackServer.hpp"
 
 namespace tovi::sandbox {
 

@@ -14,9 +14,9 @@
 #include "Korvane/KorvaneAPI.hpp"
 #include "Korvane/RequestBuilderFactory.hpp"
 #include "platform/DeviceInfo.hpp"
-#include "platform/ManualMainQueue.hpp"
+#include "platform/LoopbackServer.hpp"
 #include "platform/Uuid.hpp"
-#include "platform/testing/LoopbackServer.hpp"
+#include "platform/testing/ManualMainQueue.hpp"
 
 namespace korvane::testing {
 

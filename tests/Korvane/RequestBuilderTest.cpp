@@ -6,7 +6,7 @@
 #include "Korvane/KorvaneTestSupport.hpp"
 #include "Korvane/Token.hpp"
 #include "Korvane/internal/Execution.hpp"
-#include "platform/RecordingTransport.hpp"
+#include "platform/testing/RecordingTransport.hpp"
 
 namespace korvane {
 namespace {

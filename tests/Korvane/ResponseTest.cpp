@@ -7,7 +7,7 @@
 #include "Korvane/KorvaneTestSupport.hpp"
 #include "Korvane/Pagination.hpp"
 #include "Korvane/Token.hpp"
-#include "platform/RecordingTransport.hpp"
+#include "platform/testing/RecordingTransport.hpp"
 
 namespace korvane {
 namespace {

@@ -7,7 +7,8 @@
 #include "KorvaneElements/CardExpirationDateUITextField.hpp"
 #include "KorvaneElements/ElementValueReference.hpp"
 #include "platform/Locale.hpp"
-#include "platform/TextFieldDriver.hpp"
+#include "platform/testing/ScopedLocale.hpp"
+#include "platform/view/TextFieldDriver.hpp"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include "ElementTestSupport.hpp"
 #include "KorvaneElements/CardVerificationCodeUITextField.hpp"
-#include "platform/TextFieldDriver.hpp"
+#include "platform/view/TextFieldDriver.hpp"
 
 namespace {
 

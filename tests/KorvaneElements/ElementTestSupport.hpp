@@ -11,8 +11,8 @@
 #include "KorvaneElements/Telemetry.hpp"
 #include "KorvaneElements/TextElementUITextField.hpp"
 #include "platform/Cancellable.hpp"
-#include "platform/ManualMainQueue.hpp"
-#include "platform/RecordingTransport.hpp"
+#include "platform/testing/ManualMainQueue.hpp"
+#include "platform/testing/RecordingTransport.hpp"
 
 namespace elements_test {
 

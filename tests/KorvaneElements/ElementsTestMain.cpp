@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "KorvaneElements/Telemetry.hpp"
-#include "platform/RecordingTransport.hpp"
+#include "platform/testing/RecordingTransport.hpp"
 
 namespace {
 

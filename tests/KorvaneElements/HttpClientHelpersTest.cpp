@@ -12,7 +12,7 @@
 #include "ElementTestSupport.hpp"
 #include "KorvaneElements/ElementReferenceValue.hpp"
 #include "KorvaneElements/KorvaneElements.hpp"
-#include "platform/testing/LoopbackServer.hpp"
+#include "platform/LoopbackServer.hpp"
 
 namespace {
 

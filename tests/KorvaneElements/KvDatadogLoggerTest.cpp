@@ -8,7 +8,7 @@
 #include "KorvaneElements/CardNumberUITextField.hpp"
 #include "KorvaneElements/KvDatadogLogger.hpp"
 #include "platform/DeviceInfo.hpp"
-#include "platform/TextFieldDriver.hpp"
+#include "platform/view/TextFieldDriver.hpp"
 
 namespace {
 

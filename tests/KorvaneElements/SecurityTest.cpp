@@ -8,7 +8,7 @@
 #include "ElementTestSupport.hpp"
 #include "KorvaneElements/CardExpirationDateUITextField.hpp"
 #include "KorvaneElements/CardVerificationCodeUITextField.hpp"
-#include "platform/TextFieldDriver.hpp"
+#include "platform/view/TextFieldDriver.hpp"
 
 namespace {
 

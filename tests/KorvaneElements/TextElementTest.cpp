@@ -10,8 +10,8 @@
 #include "KorvaneElements/KorvaneUIViewController.hpp"
 #include "KorvaneElements/TextElementUITextField.hpp"
 #include "platform/Pasteboard.hpp"
-#include "platform/TextFieldDriver.hpp"
 #include "platform/Uuid.hpp"
+#include "platform/view/TextFieldDriver.hpp"
 
 namespace {
 

@@ -7,9 +7,10 @@
 
 #include "ScriptedToviClient.hpp"
 #include "platform/Console.hpp"
-#include "platform/FakeDeviceWallet.hpp"
 #include "platform/Locale.hpp"
-#include "platform/ManualMainQueue.hpp"
+#include "platform/testing/FakeDeviceWallet.hpp"
+#include "platform/testing/ManualMainQueue.hpp"
+#include "platform/testing/ScopedLocale.hpp"
 
 namespace tovi {
 namespace {

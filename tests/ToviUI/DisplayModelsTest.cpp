@@ -7,6 +7,7 @@
 #include "ToviUI/PaymentMethodUiModel.hpp"
 #include "ToviUI/TransactionUiModel.hpp"
 #include "platform/Locale.hpp"
+#include "platform/testing/ScopedLocale.hpp"
 
 namespace tovi {
 namespace {

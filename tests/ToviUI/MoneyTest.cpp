@@ -5,6 +5,7 @@
 
 #include "ToviUI/CurrencyFormat.hpp"
 #include "platform/Locale.hpp"
+#include "platform/testing/ScopedLocale.hpp"
 
 namespace tovi {
 namespace {

@@ -10,6 +10,7 @@
 #include "ToviUI/ReloadBucketUiModel.hpp"
 #include "ToviUI/ReloadConfigurationUiModel.hpp"
 #include "platform/Locale.hpp"
+#include "platform/testing/ScopedLocale.hpp"
 
 namespace tovi {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "platform/Base64.hpp"
 #include "platform/HttpTestSupport.hpp"
-#include "platform/testing/LoopbackServer.hpp"
+#include "platform/LoopbackServer.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,5 @@
 #include "platform/DateFormatter.hpp"
+#include "platform/testing/ScopedLocale.hpp"
 
 #include <gtest/gtest.h>
 

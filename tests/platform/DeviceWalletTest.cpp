@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/DeviceWallet.hpp"
-#include "platform/FakeDeviceWallet.hpp"
+#include "platform/testing/FakeDeviceWallet.hpp"
 
 namespace platform {
 namespace {

@@ -11,10 +11,10 @@
 #include <thread>
 #include <vector>
 
-#include "platform/InlineExecutor.hpp"
 #include "platform/MainQueue.hpp"
 #include "platform/SerialQueue.hpp"
 #include "platform/ThreadPool.hpp"
+#include "platform/testing/InlineExecutor.hpp"
 
 namespace {
 

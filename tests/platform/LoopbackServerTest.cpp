@@ -1,4 +1,4 @@
-#include "platform/testing/LoopbackServer.hpp"
+#include "platform/LoopbackServer.hpp"
 
 #include "platform/CurlSession.hpp"
 #include "platform/HttpTestSupport.hpp"

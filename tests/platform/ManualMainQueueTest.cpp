@@ -1,4 +1,4 @@
-#include "platform/ManualMainQueue.hpp"
+#include "platform/testing/ManualMainQueue.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,5 @@
 #include "platform/NumberFormatter.hpp"
+#include "platform/testing/ScopedLocale.hpp"
 
 #include <gtest/gtest.h>
 

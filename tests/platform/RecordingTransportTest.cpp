@@ -1,4 +1,4 @@
-#include "platform/RecordingTransport.hpp"
+#include "platform/testing/RecordingTransport.hpp"
 
 #include <gtest/gtest.h>
 

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "platform/Pasteboard.hpp"
-#include "platform/TextField.hpp"
-#include "platform/TextFieldDriver.hpp"
+#include "platform/view/TextField.hpp"
+#include "platform/view/TextFieldDriver.hpp"
 
 namespace {
 

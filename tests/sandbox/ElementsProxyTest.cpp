@@ -5,7 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "VaultTestSupport.hpp"
-#include "platform/testing/LoopbackServer.hpp"
+#include "platform/LoopbackServer.hpp"
 
 namespace vault_test {
 namespace {

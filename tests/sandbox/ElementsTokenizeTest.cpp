@@ -5,8 +5,8 @@
 
 #include "Korvane/RequestBuilderFactory.hpp"
 #include "VaultTestSupport.hpp"
+#include "platform/LoopbackServer.hpp"
 #include "platform/Uuid.hpp"
-#include "platform/testing/LoopbackServer.hpp"
 
 namespace vault_test {
 namespace {

@@ -9,8 +9,8 @@
 #include <thread>
 
 #include "platform/Base64.hpp"
-#include "platform/ManualMainQueue.hpp"
 #include "platform/ThreadPool.hpp"
+#include "platform/testing/ManualMainQueue.hpp"
 
 namespace tovi::sandbox {
 namespace {

@@ -8,7 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "platform/CurlSession.hpp"
-#include "platform/testing/LoopbackServer.hpp"
+#include "platform/LoopbackServer.hpp"
 #include "sandbox/SandboxVaultServer.hpp"
 
 namespace tovi::sandbox {

@@ -5,7 +5,8 @@
 #include "ToviUI/BalanceViewModel.hpp"
 #include "platform/Console.hpp"
 #include "platform/Locale.hpp"
-#include "platform/ManualMainQueue.hpp"
+#include "platform/testing/ManualMainQueue.hpp"
+#include "platform/testing/ScopedLocale.hpp"
 #include "sandbox/SandboxToviClient.hpp"
 
 namespace tovi::sandbox {

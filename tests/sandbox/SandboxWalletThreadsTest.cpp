@@ -12,6 +12,7 @@
 #include "platform/Locale.hpp"
 #include "platform/MainQueue.hpp"
 #include "platform/ThreadPool.hpp"
+#include "platform/testing/ScopedLocale.hpp"
 #include "sandbox/SandboxToviClient.hpp"
 
 namespace tovi::sandbox {

@@ -20,9 +20,9 @@
 #include "KorvaneElements/KorvaneElements.hpp"
 #include "KorvaneElements/Telemetry.hpp"
 #include "platform/CurlSession.hpp"
-#include "platform/ManualMainQueue.hpp"
-#include "platform/RecordingTransport.hpp"
-#include "platform/TextFieldDriver.hpp"
+#include "platform/testing/ManualMainQueue.hpp"
+#include "platform/testing/RecordingTransport.hpp"
+#include "platform/view/TextFieldDriver.hpp"
 #include "sandbox/SandboxVaultServer.hpp"
 
 namespace vault_test {

@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/NativeView.hpp"
+#include "platform/view/NativeView.hpp"
 
 namespace korvane::elements {
 

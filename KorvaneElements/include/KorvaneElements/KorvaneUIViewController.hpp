@@ -3,7 +3,7 @@
 // typed character (it is asked before each change), so an element refuses any other delegate;
 // the class is final so that a host cannot derive a listener from it.
 
-#include "platform/TextField.hpp"
+#include "platform/view/TextField.hpp"
 
 namespace korvane::elements {
 

@@ -36,9 +36,9 @@
 #include "KorvaneElements/ElementTransform.hpp"
 #include "KorvaneElements/TextElementOptions.hpp"
 #include "platform/Cancellable.hpp"
-#include "platform/NativeView.hpp"
 #include "platform/PassthroughSubject.hpp"
-#include "platform/TextField.hpp"
+#include "platform/view/NativeView.hpp"
+#include "platform/view/TextField.hpp"
 
 namespace korvane::elements {
 

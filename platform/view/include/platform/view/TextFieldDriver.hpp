@@ -15,7 +15,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "platform/TextField.hpp"
+#include "platform/view/TextField.hpp"
 
 namespace platform {
 

@@ -9,7 +9,7 @@
 #include <memory>
 
 #include "platform/HttpSession.hpp"
-#include "platform/ManualMainQueue.hpp"
+#include "platform/testing/ManualMainQueue.hpp"
 
 namespace platform {
 

@@ -21,7 +21,7 @@
 // REQUIRES: the transport outlives every task it made.
 
 #include "platform/HttpSession.hpp"
-#include "platform/InlineExecutor.hpp"
+#include "platform/testing/InlineExecutor.hpp"
 
 #include <cstdint>
 #include <deque>

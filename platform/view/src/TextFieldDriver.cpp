@@ -1,4 +1,4 @@
-#include "platform/TextFieldDriver.hpp"
+#include "platform/view/TextFieldDriver.hpp"
 
 #include "platform/Pasteboard.hpp"
 #include "platform/Text.hpp"

@@ -1,6 +1,6 @@
-#include "platform/RecordingTransport.hpp"
+#include "platform/testing/RecordingTransport.hpp"
 
-#include "HttpTaskBase.hpp"
+#include "platform/internal/HttpTaskBase.hpp"
 
 #include <algorithm>
 

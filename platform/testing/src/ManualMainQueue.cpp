@@ -1,9 +1,9 @@
-#include "platform/ManualMainQueue.hpp"
+#include "platform/testing/ManualMainQueue.hpp"
 
 #include <algorithm>
 
-#include "TimedTaskQueue.hpp"
 #include "platform/MainQueue.hpp"
+#include "platform/internal/TimedTaskQueue.hpp"
 
 namespace platform {
 

@@ -1,4 +1,4 @@
-#include "platform/testing/LoopbackServer.hpp"
+#include "platform/LoopbackServer.hpp"
 
 #include <httplib.h>
 

@@ -1,4 +1,4 @@
-#include "platform/NativeView.hpp"
+#include "platform/view/NativeView.hpp"
 
 #include <algorithm>
 

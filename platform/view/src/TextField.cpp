@@ -1,4 +1,4 @@
-#include "platform/TextField.hpp"
+#include "platform/view/TextField.hpp"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #include "platform/view/Node.hpp"
 
-#include <cstdio>
-#include <cstdlib>
+#include <string>
 
+#include "platform/Fatal.hpp"
 #include "platform/view/Builders.hpp"
 #include "platform/view/NodeData.hpp"
 
@@ -66,8 +66,8 @@ NodeData& Node::mutKind(const char* modifier, std::initializer_list<Kind> kinds)
     for (Kind k : kinds) {
         if (kind() == k) return mut();
     }
-    std::fprintf(stderr, "platform::view: %s does not apply to a %s node\n", modifier, kindName(kind()));
-    std::abort();
+    platform::fatalStop(std::string("platform::view: ") + modifier + " does not apply to a " + kindName(kind()) +
+                        " node");
 }
 
 Node& Node::padding(Edge edges, double length) {

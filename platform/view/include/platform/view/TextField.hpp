@@ -29,7 +29,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/NativeView.hpp"
+#include "platform/view/NativeView.hpp"
 
 namespace platform {
 

@@ -1,4 +1,4 @@
-#include "platform/FakeDeviceWallet.hpp"
+#include "platform/testing/FakeDeviceWallet.hpp"
 
 #include <utility>
 
