@@ -1,10 +1,12 @@
 // Driver for compilers without libFuzzer: runs the fuzz entry point over the files named on
-// the command line, or with "--mutate N" over N random mutations of a few seed documents
-// (byte flips, truncations, duplications, deep nesting). Deterministic for a given N.
+// the command line (a folder stands for every file in it, the way CI replays a corpus), or with
+// "--mutate N" over N random mutations of a few seed documents (byte flips, truncations,
+// duplications, deep nesting). Deterministic for a given N.
 
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <random>
@@ -17,6 +19,11 @@ namespace {
 
 void run(const std::string& input) {
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
+}
+
+void runFile(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    run(std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()));
 }
 
 }  // namespace
@@ -56,9 +63,20 @@ int main(int argc, char** argv) {
         std::printf("%ld mutated inputs ran\n", count);
         return 0;
     }
+    long count = 0;
     for (int i = 1; i < argc; ++i) {
-        std::ifstream file(argv[i], std::ios::binary);
-        run(std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()));
+        const std::filesystem::path path(argv[i]);
+        if (!std::filesystem::is_directory(path)) {
+            runFile(path);
+            ++count;
+            continue;
+        }
+        for (const auto& entry : std::filesystem::directory_iterator(path)) {
+            if (!entry.is_regular_file()) continue;
+            runFile(entry.path());
+            ++count;
+        }
     }
-    return 0;
+    std::printf("%ld inputs ran\n", count);
+    return count > 0 ? 0 : 1;
 }
