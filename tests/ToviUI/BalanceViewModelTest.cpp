@@ -64,6 +64,13 @@ protected:
                                         {.callExecutor = &background, .paymentMethodUpdates = &updates});
     }
 
+    // A view model whose first load has ended.
+    std::shared_ptr<BalanceViewModel> loaded() {
+        auto viewModel = make();
+        drain();
+        return viewModel;
+    }
+
     // Runs both queues until neither has work due.
     void drain() {
         while (background.runUntilIdle() + main->runUntilIdle() > 0) {
@@ -138,16 +145,14 @@ TEST_F(BalanceViewModelTest, SuccessPublishesEachApplyStepSeparatelyAndLoadedLas
 
 TEST_F(BalanceViewModelTest, TapToPayFollowsTheDeviceWallet) {
     wallet->setCanAddPaymentPass(true);
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
     ASSERT_TRUE(viewModel->tapToPayUiModel->has_value());
     EXPECT_EQ(viewModel->tapToPayUiModel->value().merchantName, "Driftwood Coffee");
 }
 
 TEST_F(BalanceViewModelTest, EmptyCardArtIsNotAFailure) {
     client->cardArtUrls.clear();
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
     EXPECT_EQ(*viewModel->balanceScreenUiState, BalanceScreenUiState::loaded);
     EXPECT_FALSE(viewModel->cardArtUrl->has_value());
 }
@@ -155,8 +160,7 @@ TEST_F(BalanceViewModelTest, EmptyCardArtIsNotAFailure) {
 // Every pair of failing calls, ended in reverse await order: the earlier one in await order is
 // reported, and nothing is cancelled or reported before the customer, awaited first, has ended.
 TEST_F(BalanceViewModelTest, TheFirstFailureInAwaitOrderWinsWhicheverEndsFirst) {
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
     client->held = {kAwaitOrder.begin(), kAwaitOrder.end()};
     for (std::size_t first = 0; first < kAwaitOrder.size(); ++first) {
         for (std::size_t second = first + 1; second < kAwaitOrder.size(); ++second) {
@@ -183,8 +187,7 @@ TEST_F(BalanceViewModelTest, TheFirstFailureInAwaitOrderWinsWhicheverEndsFirst) 
 TEST_F(BalanceViewModelTest, RemainingCallsAreCancelledAndAwaitedBeforeTheErrorIsPublished) {
     client->errors["customer.get"] = error("customer down");
     client->held = {"merchant.get", "customer.getTransactions"};
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
 
     EXPECT_TRUE(client->lastCall("merchant.get")->cancellation.isCancelled());
     EXPECT_TRUE(client->lastCall("customer.getTransactions")->cancellation.isCancelled());
@@ -202,8 +205,7 @@ TEST_F(BalanceViewModelTest, RemainingCallsAreCancelledAndAwaitedBeforeTheErrorI
 }
 
 TEST_F(BalanceViewModelTest, FailedRefetchKeepsTheOldValuesButShowsTheError) {
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
     const auto firstState = *viewModel->screenState;
 
     client->customerRecord.balance.amount = 1;
@@ -225,8 +227,7 @@ TEST_F(BalanceViewModelTest, FailedRefetchKeepsTheOldValuesButShowsTheError) {
 }
 
 TEST_F(BalanceViewModelTest, OverlappingFetchesLetTheLastToFinishWin) {
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
 
     client->held = {"customer.get"};
     client->customerRecord.balance.amount = 1000;
@@ -244,8 +245,7 @@ TEST_F(BalanceViewModelTest, OverlappingFetchesLetTheLastToFinishWin) {
 }
 
 TEST_F(BalanceViewModelTest, NewPaymentMethodGoesFirstUnlessItsIdIsKnownAndAlwaysRefetches) {
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
     client->held = {"customer.get"};  // keep refetches from replacing the list
 
     updates.onPaymentMethodAdded({"pm_a", {"amex", "371449", "8431"}});
@@ -281,8 +281,7 @@ TEST_F(BalanceViewModelTest, ChangesCloseTheirSheetAndRefetchOnlyOnSuccessAndAlw
          [](BalanceViewModel& vm, auto done) { vm.updateAutoReload(AutoReloadUpdateDisabled{}, std::move(done)); },
          "updated auto reload, closing sheet!!!", "failed to update auto reload, need to shower an error!"},
     };
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
     for (const auto& change : changes) {
         for (const bool fails : {false, true}) {
             SCOPED_TRACE(std::string(change.call) + (fails ? " fails" : " succeeds"));
@@ -303,8 +302,7 @@ TEST_F(BalanceViewModelTest, ChangesCloseTheirSheetAndRefetchOnlyOnSuccessAndAlw
 }
 
 TEST_F(BalanceViewModelTest, ChangesSendTruncatedCentsAndTheChosenStatus) {
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
     const PaymentMethodUiModel card{"pm_a", {CardBrand::visa, "424242", "4242"}, false};
     viewModel->addFunds(ReloadAmountCustom{1.15}, card);
     viewModel->addFunds(ReloadAmountPreconfigured{{"p1", 1000, std::nullopt}}, card);
@@ -324,8 +322,7 @@ TEST_F(BalanceViewModelTest, ChangesSendTruncatedCentsAndTheChosenStatus) {
 }
 
 TEST_F(BalanceViewModelTest, AddPaymentMethodPublishesOnTheChannelBeforeCompleting) {
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
     std::vector<std::string> order;
     auto subscription = updates.newPaymentObserver().sink([&](const auto&) { order.push_back("channel"); });
 
@@ -341,8 +338,7 @@ TEST_F(BalanceViewModelTest, AddPaymentMethodPublishesOnTheChannelBeforeCompleti
 }
 
 TEST_F(BalanceViewModelTest, AddPaymentMethodFailureIsLoggedAndHandedBack) {
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
     client->errors["customer.addPaymentMethod"] = ToviApiError{"Card refused", "402"};
     std::optional<ToviApiError> received;
     viewModel->addPaymentMethod("tok_9", [&](auto result) { received = result.error(); });
@@ -356,8 +352,7 @@ TEST_F(BalanceViewModelTest, AddPaymentMethodFailureIsLoggedAndHandedBack) {
 }
 
 TEST_F(BalanceViewModelTest, VirtualCardCallsAreForwardedUnchanged) {
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
     client->errors["customer.createVirtualCard"] = error("no cards today");
     std::optional<ToviResult<ToviSharedVirtualCard>> created;
     std::optional<ToviResult<ToviSharedProvisioning>> provisioned;
@@ -374,8 +369,7 @@ TEST_F(BalanceViewModelTest, VirtualCardCallsAreForwardedUnchanged) {
 
 TEST_F(BalanceViewModelTest, ALocaleThatWritesAmountsDifferentlyChangesTheBalance) {
     platform::ScopedLocale german("de_DE", "Europe/Berlin");
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
     EXPECT_EQ(*viewModel->walletBalanceDisplayString, "42,75\u00A0€");
 }
 
