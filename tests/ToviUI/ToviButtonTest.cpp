@@ -5,7 +5,6 @@
 #include "ToviUI/ToviAssets.hpp"
 #include "ToviUI/ToviBaseButtonStyle.hpp"
 #include "ToviUI/ToviButton.hpp"
-#include "ToviUI/ToviButtonState.hpp"
 #include "ToviUI/ToviDesignSystem.hpp"
 #include "ToviUI/ToviImage.hpp"
 #include "ToviUI/ToviTheme.hpp"
@@ -133,17 +132,6 @@ TEST(ToviBaseButtonStyle, FillAndCoversFollowPressedAndEnabled) {
         EXPECT_EQ(std::get<Color>(*shapes[2].fill), c.disabledCover) << "enabled " << c.enabled;
         EXPECT_EQ(inspect(button).find("x").foreground(), Color::white());
     }
-}
-
-TEST(ToviButtonState, OnlyItsOwnCaseAnswersTrue) {
-    EXPECT_TRUE(isEnabled(ToviButtonState::enabled));
-    EXPECT_FALSE(isEnabled(ToviButtonState::loading));
-    EXPECT_FALSE(isEnabled(ToviButtonState::disabled));
-    EXPECT_TRUE(isLoading(ToviButtonState::loading));
-    EXPECT_FALSE(isLoading(ToviButtonState::enabled));
-    EXPECT_FALSE(isLoading(ToviButtonState::disabled));
-    EXPECT_EQ(static_cast<int>(ToviButtonState::disabled), 0);
-    EXPECT_EQ(static_cast<int>(ToviButtonState::enabled), 2);
 }
 
 }  // namespace

@@ -54,7 +54,7 @@ protected:
     std::optional<std::string> savedXdg_, savedHome_;
 };
 
-TEST_F(CachesDirectory, FollowsXdgRules) {
+TEST_F(CachesDirectory, FollowsXdgRulesUnlessTheHostSetsOne) {
     ::setenv("HOME", "/home/alice", 1);
     ::setenv("XDG_CACHE_HOME", "/var/cache/alice", 1);
     EXPECT_EQ(platform::cachesDirectory(), "/var/cache/alice");
@@ -64,11 +64,9 @@ TEST_F(CachesDirectory, FollowsXdgRules) {
 
     ::unsetenv("XDG_CACHE_HOME");
     EXPECT_EQ(platform::cachesDirectory(), "/home/alice/.cache");
-}
 
-TEST_F(CachesDirectory, HostOverrideWinsUntilCleared) {
     ::setenv("XDG_CACHE_HOME", "/var/cache/alice", 1);
-    platform::setCachesDirectory("/sandbox/caches");
+    platform::setCachesDirectory("/sandbox/caches");  // the host's choice wins until cleared
     EXPECT_EQ(platform::cachesDirectory(), "/sandbox/caches");
     platform::setCachesDirectory({});
     EXPECT_EQ(platform::cachesDirectory(), "/var/cache/alice");

@@ -144,11 +144,6 @@ TEST_F(CurlSessionTest, RedirectsAreFollowedUpToALimit) {
 }
 
 TEST_F(CurlSessionTest, EachFailureKindHasItsOwnCode) {
-    int closedPort = 0;
-    {
-        LoopbackServer gone;
-        closedPort = gone.port();
-    }
     server.on("GET", "/slow", [](const LoopbackRequest&) { return delayed(10s, respond(200, "late")); });
     server.on("GET", "/cut", [](const LoopbackRequest&) { return cutMidBody(std::string(64 * 1024, 'c')); });
     struct Case {
@@ -162,7 +157,7 @@ TEST_F(CurlSessionTest, EachFailureKindHasItsOwnCode) {
         {"no scheme", "127.0.0.1/echo", 60s, HttpErrorCode::invalidUrl},
         {"scheme other than http(s)", "ftp://127.0.0.1/file", 60s, HttpErrorCode::invalidUrl},
         {"empty", "", 60s, HttpErrorCode::invalidUrl},
-        {"port just closed", "http://127.0.0.1:" + std::to_string(closedPort) + "/", 60s, HttpErrorCode::cannotConnect},
+        {"port just closed", http_test::closedBaseUrl() + "/", 60s, HttpErrorCode::cannotConnect},
         {"server slower than the time-out", server.baseUrl() + "/slow", 200ms, HttpErrorCode::timedOut},
         {"server closes mid-body", server.baseUrl() + "/cut", 60s, HttpErrorCode::connectionLost},
     };

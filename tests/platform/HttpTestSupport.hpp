@@ -2,6 +2,7 @@
 // Helpers for tests that run real exchanges: wait for completions without sleeping.
 
 #include "platform/HttpSession.hpp"
+#include "platform/LoopbackServer.hpp"
 
 #include <gtest/gtest.h>
 
@@ -44,6 +45,21 @@ inline platform::HttpRequest get(std::string url) {
     platform::HttpRequest request;
     request.url = std::move(url);
     return request;
+}
+
+// The base URL of a loopback port that has just been closed: connecting to it is refused.
+inline std::string closedBaseUrl() {
+    platform::testing::LoopbackServer closed;
+    return closed.baseUrl();
+}
+
+// A loopback server that holds every request for an hour.
+inline std::unique_ptr<platform::testing::LoopbackServer> stallingServer() {
+    auto server = std::make_unique<platform::testing::LoopbackServer>();
+    server->on("*", "*", [](const platform::testing::LoopbackRequest&) {
+        return platform::testing::delayed(std::chrono::hours(1), platform::testing::respond(200, "{}"));
+    });
+    return server;
 }
 
 // Collects completions from any thread; `waitFor(n)` blocks until n have arrived. Callbacks

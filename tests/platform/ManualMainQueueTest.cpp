@@ -13,7 +13,7 @@ namespace {
 using namespace std::chrono_literals;
 using platform::ManualMainQueue;
 
-TEST(ManualMainQueue, EqualDeadlinesRunInPostOrderAndTasksPostedWhileRunningRunAfter) {
+TEST(ManualMainQueue, RunUntilIdleRunsDueTasksInPostOrderFollowUpsAfterAndNeitherDelaysNorMovesTime) {
     ManualMainQueue queue;
     std::vector<std::string> order;
     queue.post([&] {
@@ -22,19 +22,11 @@ TEST(ManualMainQueue, EqualDeadlinesRunInPostOrderAndTasksPostedWhileRunningRunA
     });
     queue.postAfter(0ms, [&] { order.push_back("b"); });
     queue.post([&] { order.push_back("c"); });
+    queue.postAfter(1ms, [&] { order.push_back("later"); });
 
     EXPECT_EQ(queue.runUntilIdle(), 4u);
-    EXPECT_EQ(order, (std::vector<std::string>{"a", "b", "c", "a-child"}));
-    EXPECT_EQ(queue.pendingCount(), 0u);
-}
-
-TEST(ManualMainQueue, RunUntilIdleNeitherRunsDelayedTasksNorMovesTime) {
-    ManualMainQueue queue;
-    bool ran = false;
-    queue.postAfter(1ms, [&] { ran = true; });
-    EXPECT_EQ(queue.runUntilIdle(), 0u);
-    EXPECT_FALSE(ran);
-    EXPECT_EQ(queue.now(), ManualMainQueue::kDefaultStart);
+    EXPECT_EQ(order, (std::vector<std::string>{"a", "b", "c", "a-child"})) << "no delayed task";
+    EXPECT_EQ(queue.now(), ManualMainQueue::kDefaultStart) << "time does not move";
     EXPECT_EQ(queue.pendingCount(), 1u);
 }
 

@@ -184,26 +184,6 @@ TEST(Operators, AssignAfterTargetIsGoneDropsValues) {
     source = 4;  // must not touch the destroyed target
 }
 
-TEST(Operators, SinkCapturingAWeakPointerStopsActingOnceTheObjectDies) {
-    struct Screen {
-        int redraws = 0;
-    };
-    auto screen = std::make_shared<Screen>();
-    PassthroughSubject<int> subject;
-    int orphaned = 0;
-    auto sub = subject.sink([weak = std::weak_ptr<Screen>(screen), &orphaned](const int&) {
-        if (auto s = weak.lock())
-            ++s->redraws;
-        else
-            ++orphaned;
-    });
-    subject.send(1);
-    EXPECT_EQ(screen->redraws, 1);
-    screen.reset();
-    subject.send(2);
-    EXPECT_EQ(orphaned, 1);
-}
-
 TEST(CombineLatest, EmitsNothingUntilEveryInputHasAValueThenOnEachChange) {
     PassthroughSubject<int> amount;
     PassthroughSubject<std::string> method;

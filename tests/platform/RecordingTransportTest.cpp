@@ -1,8 +1,8 @@
 #include "platform/testing/RecordingTransport.hpp"
 
-#include <gtest/gtest.h>
+#include "platform/testing/ManualMainQueue.hpp"
 
-#include <deque>
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -10,25 +10,6 @@ using platform::HttpErrorCode;
 using platform::HttpRequest;
 using platform::HttpResult;
 using platform::RecordingTransport;
-
-// Runs posted work only when the test drains it.
-class ManualExecutor final : public platform::Executor {
-public:
-    void post(platform::Task task) override { tasks.push_back(std::move(task)); }
-    void postAfter(std::chrono::milliseconds, platform::Task task) override { tasks.push_back(std::move(task)); }
-    [[nodiscard]] bool isCurrent() const override { return draining; }
-    void drain() {
-        draining = true;
-        while (!tasks.empty()) {
-            auto task = std::move(tasks.front());
-            tasks.pop_front();
-            task();
-        }
-        draining = false;
-    }
-    std::deque<platform::Task> tasks;
-    bool draining = false;
-};
 
 HttpRequest at(std::string url) {
     HttpRequest request;
@@ -78,7 +59,7 @@ TEST(RecordingTransport, RecordsInResumeOrderAndAnswersCannedThenHandlerThenErro
 }
 
 TEST(RecordingTransport, CompletionsWaitForTheirExecutor) {
-    ManualExecutor executor;
+    platform::ManualMainQueue executor;
     RecordingTransport transport(&executor);
     transport.enqueueResponse(200);
     Log log;
@@ -88,7 +69,7 @@ TEST(RecordingTransport, CompletionsWaitForTheirExecutor) {
     EXPECT_EQ(transport.requestCount(), 1u);
     EXPECT_TRUE(log.entries.empty());
     EXPECT_EQ(&transport.delegateQueue(), &executor);
-    executor.drain();
+    executor.runUntilIdle();
     EXPECT_EQ(log.names(), std::vector<std::string>{"x"});
 }
 

@@ -5,7 +5,6 @@
 #include <nlohmann/json.hpp>
 
 #include "VaultTestSupport.hpp"
-#include "platform/LoopbackServer.hpp"
 
 namespace vault_test {
 namespace {
@@ -76,9 +75,7 @@ TEST_F(ElementsProxy, UrlPathAndQueryAreJoinedAndTheBodyCarriesTheValues) {
     EXPECT_EQ(sent.headers.get("X-Merchant"), "m1");
     EXPECT_EQ(sent.headers.get("Content-Type"), "Application/json") << "the library's header wins";
     EXPECT_EQ(sent.headers.get("KV-API-KEY"), "sandbox-api-key");
-    const auto body = nlohmann::json::parse(sent.body);
-    EXPECT_EQ(body["data"]["number"], "4242424242424242");
-    EXPECT_EQ(body["data"]["expiration_month"], 12);
+    EXPECT_EQ(nlohmann::json::parse(sent.body)["data"], kCardData);
     const auto started = telemetryWith("Starting API request").at(0);
     EXPECT_EQ(started["endpoint"], "POST " + vault.baseUrl() + "/proxy");
     EXPECT_EQ(started["proxyHttpRequestPath"], "/charges/c1");
@@ -165,7 +162,7 @@ TEST_F(ElementsProxy, ForwardingThroughTheProxyUrlReachesTheTargetWithTheValues)
     EXPECT_EQ(arrived.path, "/pay");
     EXPECT_EQ(arrived.rawQuery, "q=1");
     EXPECT_FALSE(arrived.headers.contains("KV-API-KEY"));
-    EXPECT_EQ(nlohmann::json::parse(arrived.body)["data"]["cvc"], "737");
+    EXPECT_EQ(nlohmann::json::parse(arrived.body)["data"], kCardData);
     EXPECT_NE((*out.tree)["status"]->elementValueReference(), nullptr);
 }
 
@@ -182,29 +179,21 @@ TEST_F(ElementsProxy, AnIncompleteElementSendsNothing) {
 }
 
 TEST_F(ElementsProxy, FaultsEachEndInOneErrorOrAParseFailure) {
-    std::string refused;
-    {
-        platform::testing::LoopbackServer closed;
-        refused = closed.baseUrl();
-    }
-    platform::testing::LoopbackServer stalls;
-    stalls.on("*", "*", [](const LoopbackRequest&) {
-        return platform::testing::delayed(std::chrono::hours(1), platform::testing::respond(200, "{}"));
-    });
+    const auto stalls = http_test::stallingServer();
     vault.addProxyKey("garbage", [](const SandboxVaultRequest&) {
         return SandboxVaultAnswer{200, {}, "{\"a\": nope"};
     });
     KorvaneElements::setHttpSession(std::make_shared<ImpatientSession>(std::chrono::milliseconds(300)));
 
     ProxyHttpRequest toRefused;
-    toRefused.url = refused + "/proxy";
+    toRefused.url = http_test::closedBaseUrl() + "/proxy";
     HttpOutcome a;
     run(a, "sandbox-api-key", "echo-key", std::nullopt, toRefused);
     EXPECT_EQ(std::get<ProxyError>(*a.error), ProxyError::invalidRequest);
     EXPECT_FALSE(a.response);
 
     HttpOutcome b;
-    run(b, "sandbox-api-key", std::nullopt, stalls.baseUrl(), std::nullopt);
+    run(b, "sandbox-api-key", std::nullopt, stalls->baseUrl(), std::nullopt);
     EXPECT_EQ(std::get<ProxyError>(*b.error), ProxyError::invalidRequest);
 
     HttpOutcome c;

@@ -45,83 +45,54 @@ protected:
         return result;
     }
 
-    ToviResult<ToviSharedBalanceUpdate> addBalance(SandboxToviClient& client, std::int32_t cents,
-                                                   std::string method = "pm_sandbox_visa_4242") {
+    ToviResult<ToviSharedBalanceUpdate> addBalance(std::int32_t cents, std::string method = "pm_sandbox_visa_4242") {
         return *call<ToviSharedBalanceUpdate>([&](ToviCall c, auto done) {
-            client.customer()->addBalance({client.customerId(), cents, method, std::nullopt, std::nullopt}, c,
-                                          std::move(done));
+            client->customer()->addBalance({client->customerId(), cents, method, std::nullopt, std::nullopt}, c,
+                                           std::move(done));
         });
     }
 
     platform::ManualMainQueueScope main;
+    std::shared_ptr<SandboxToviClient> client = make();
 };
 
-TEST_F(SandboxTest, SeedIsABelievableWallet) {
-    auto client = make();
-    EXPECT_TRUE(client->isSandboxMode());
-    auto customer = call<ToviSharedCustomer>(
-        [&](ToviCall c, auto done) { client->customer()->get(client->customerId(), c, std::move(done)); });
-    auto merchant = call<ToviSharedMerchant>(
-        [&](ToviCall c, auto done) { client->merchant()->get(client->merchantId(), c, std::move(done)); });
-    auto reload = call<ToviSharedUserReloadConfiguration>(
-        [&](ToviCall c, auto done) { client->customer()->getReloadConfig(client->customerId(), c, std::move(done)); });
-    auto history = call<ToviSharedTransactionResult>([&](ToviCall c, auto done) {
-        client->customer()->getTransactions(client->customerId(), std::nullopt, c, std::move(done));
-    });
-
-    ASSERT_TRUE(customer && *customer);
-    EXPECT_GT((*customer)->balance.amount, 0);
-    EXPECT_EQ((*customer)->paymentMethods.size(), 2u);
-    const auto& limits = (*merchant)->metadata.autoReloadConfiguration;
-    EXPECT_LT(limits.minimumAutoReloadAmount, limits.maximumAutoReloadAmount);
-    EXPECT_TRUE((*merchant)->metadata.appReloadConfiguration.allowCustomAmount);
-    EXPECT_TRUE(std::ranges::any_of((*reload)->presetAmounts, [](auto& p) { return p.promotionAmount > 0; }));
-    EXPECT_GE((*history)->transactions.size(), 5u);
-}
-
-TEST_F(SandboxTest, AddBalanceRaisesTheBalanceAndRecordsCredits) {
-    auto client = make();
+TEST_F(SandboxTest, AddBalanceRaisesTheBalanceRecordsCreditsAndRefusesUnknownCardsAndEmptyAmounts) {
     const auto before = client->customerSnapshot().balance.amount;
 
-    ASSERT_TRUE(addBalance(*client, 1234));
+    ASSERT_TRUE(addBalance(1234));
     EXPECT_EQ(client->customerSnapshot().balance.amount, before + 1234);
     auto rows = client->transactionsSnapshot();
     EXPECT_EQ(rows.front().amount, 1234);
     EXPECT_EQ(rows.front().isCredit, true);
     EXPECT_EQ(rows.front().created, "2024-01-15T12:00:00.000Z") << "stamped with the platform clock";
 
-    ASSERT_TRUE(addBalance(*client, 2500)) << "a preset with a promotion";
+    ASSERT_TRUE(addBalance(2500)) << "a preset with a promotion";
     EXPECT_EQ(client->customerSnapshot().balance.amount, before + 1234 + 2500 + 250);
     rows = client->transactionsSnapshot();
     EXPECT_EQ(rows[0].displayName, "Reload bonus");
     EXPECT_EQ(rows[0].amount, 250);
-}
 
-TEST_F(SandboxTest, AddBalanceRefusesUnknownCardsAndEmptyAmounts) {
-    auto client = make();
-    const auto before = client->customerSnapshot();
-    EXPECT_FALSE(addBalance(*client, 1000, "pm_nope"));
-    EXPECT_FALSE(addBalance(*client, 0));
-    EXPECT_EQ(client->customerSnapshot(), before);
+    const auto after = client->customerSnapshot();
+    EXPECT_FALSE(addBalance(1000, "pm_nope")) << "an unknown card";
+    EXPECT_FALSE(addBalance(0)) << "nothing to add";
+    EXPECT_EQ(client->customerSnapshot(), after);
 }
 
 TEST_F(SandboxTest, ScriptedFailuresCountDownOrLast) {
-    auto client = make();
     client->failNext(SandboxOperation::addBalance, "Your card was declined.", 2);
-    auto first = addBalance(*client, 100);
+    auto first = addBalance(100);
     ASSERT_FALSE(first);
     EXPECT_EQ(first.error().humanReadableMessage, "Your card was declined.");
-    EXPECT_FALSE(addBalance(*client, 100));
-    EXPECT_TRUE(addBalance(*client, 100)) << "two failures were asked for";
+    EXPECT_FALSE(addBalance(100));
+    EXPECT_TRUE(addBalance(100)) << "two failures were asked for";
 
     client->failAlways(SandboxOperation::addBalance, "Down for maintenance.");
-    for (int i = 0; i < 3; ++i) EXPECT_FALSE(addBalance(*client, 100));
+    for (int i = 0; i < 3; ++i) EXPECT_FALSE(addBalance(100));
     client->clearFailures(SandboxOperation::addBalance);
-    EXPECT_TRUE(addBalance(*client, 100));
+    EXPECT_TRUE(addBalance(100));
 }
 
 TEST_F(SandboxTest, LatencyDelaysTheCompletionWithoutBlockingTheCaller) {
-    auto client = make();
     client->setLatency(SandboxOperation::getCardArtUrls, 300ms);
     std::optional<ToviResult<std::vector<std::string>>> result;
     client->merchant()->getCardArtUrls(ToviCall{main.queue()}, [&](auto r) { result = std::move(r); });
@@ -134,7 +105,6 @@ TEST_F(SandboxTest, LatencyDelaysTheCompletionWithoutBlockingTheCaller) {
 }
 
 TEST_F(SandboxTest, CancellationEndsAWaitingCallAtOnceAndChangesNothing) {
-    auto client = make();
     client->setLatency(SandboxOperation::addBalance, 5000ms);
     const auto before = client->customerSnapshot();
     CancellationToken token;
@@ -152,7 +122,6 @@ TEST_F(SandboxTest, CancellationEndsAWaitingCallAtOnceAndChangesNothing) {
 }
 
 TEST_F(SandboxTest, AutoReloadStateIsStoredAndKeptWhenTurnedOff) {
-    auto client = make();
     auto set = [&](ToviSharedAutoReloadConfigurationStatus status) {
         return *call<ToviSharedAutoReloadConfiguration>([&](ToviCall c, auto done) {
             client->customer()->setAutoReloadConfiguration({client->customerId(), status}, c, std::move(done));
@@ -176,7 +145,7 @@ TEST_F(SandboxTest, AddedCardsTakeTheirDetailsFromTheVault) {
                      {"tok_mc2", "222300XXXXXX0011"},  {"tok_electron", "417500XXXXXX0008"},
                      {"tok_diners", "305693XXXX5904"}, {"tok_disc", "601111XXXXXX1117"},
                      {"tok_odd", "999999XXXXXX9999"},  {"tok_bad", "XXXXXXXXXXXX4242"}};
-    auto client = make(vault);
+    client = make(vault);
     auto add = [&](std::string token) {
         return *call<ToviSharedPaymentMethod>([&](ToviCall c, auto done) {
             client->customer()->addPaymentMethod(client->customerId(), creditCard(token), c, std::move(done));
@@ -199,7 +168,6 @@ TEST_F(SandboxTest, AddedCardsTakeTheirDetailsFromTheVault) {
 }
 
 TEST_F(SandboxTest, WithoutAVaultCardsAreMadeUpFromTheToken) {
-    auto client = make();
     auto method = call<ToviSharedPaymentMethod>([&](ToviCall c, auto done) {
         client->customer()->addPaymentMethod(client->customerId(), creditCard("tok_ab12cd3456"), c, std::move(done));
     });
@@ -215,7 +183,6 @@ TEST_F(SandboxTest, WithoutAVaultCardsAreMadeUpFromTheToken) {
 }
 
 TEST_F(SandboxTest, VirtualCardsProvisionWithBase64Data) {
-    auto client = make();
     auto card = call<ToviSharedVirtualCard>([&](ToviCall c, auto done) {
         client->customer()->createVirtualCard(client->customerId(), c, std::move(done));
     });

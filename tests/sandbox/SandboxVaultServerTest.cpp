@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "platform/CurlSession.hpp"
+#include "platform/HttpTestSupport.hpp"
 #include "platform/LoopbackServer.hpp"
 #include "sandbox/SandboxVaultServer.hpp"
 
@@ -117,11 +118,7 @@ TEST_F(SandboxVault, TokenizeKeepsTheShapeAndMasksCards) {
 }
 
 TEST_F(SandboxVault, TheProxyRefusesWhatItCannotServe) {
-    std::string gone;
-    {
-        platform::testing::LoopbackServer closed;
-        gone = closed.baseUrl();
-    }
+    const std::string gone = http_test::closedBaseUrl();
     struct Row {
         const char* name;
         platform::HttpHeaders headers;
@@ -141,18 +138,15 @@ TEST_F(SandboxVault, TheProxyRefusesWhatItCannotServe) {
 }
 
 TEST_F(SandboxVault, StoppingCutsAForwardInFlightShort) {
-    platform::testing::LoopbackServer stalls;
-    stalls.on("*", "*", [](const platform::testing::LoopbackRequest&) {
-        return platform::testing::delayed(std::chrono::hours(1), platform::testing::respond(200));
-    });
+    const auto stalls = http_test::stallingServer();
     platform::HttpRequest request;
     request.method = "GET";
     request.url = vault.baseUrl() + "/proxy";
-    request.headers = {{"KV-API-KEY", kKey}, {"KV-PROXY-URL", stalls.baseUrl()}};
+    request.headers = {{"KV-API-KEY", kKey}, {"KV-PROXY-URL", stalls->baseUrl()}};
     std::promise<platform::HttpResult> done;
     session.dataTask(request, [&](platform::HttpResult r) { done.set_value(std::move(r)); })->resume();
     // Stop once the forward has reached the target.
-    while (stalls.requestCount() == 0) std::this_thread::yield();
+    while (stalls->requestCount() == 0) std::this_thread::yield();
     vault.stop();
     auto result = done.get_future().get();
     if (result) {

@@ -44,15 +44,6 @@ TEST_F(SandboxWalletLoad, TheSixCallsRunInParallel) {
     EXPECT_EQ(viewModel->paymentMethodUiModels->size(), 2u);
 }
 
-TEST_F(SandboxWalletLoad, AddFundsShowsTheNewBalanceAfterTheRefetch) {
-    auto viewModel = make();
-    main->runUntilIdle();
-    viewModel->addFunds(ReloadAmountCustom{10.0}, viewModel->paymentMethodUiModels->front());
-    main->runUntilIdle();
-    EXPECT_EQ(*viewModel->walletBalanceDisplayString, "$52.75");
-    EXPECT_EQ(viewModel->transactions->front().transactionText, "Wallet reload");
-}
-
 TEST_F(SandboxWalletLoad, AFailedCallShowsTheErrorWithTheSandboxMessage) {
     client->failNext(SandboxOperation::getCardArtUrls, "Card art is unavailable.");
     auto viewModel = make();

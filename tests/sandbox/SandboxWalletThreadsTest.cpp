@@ -69,6 +69,7 @@ TEST_F(SandboxWalletThreads, LoadsAndAppliesAChange) {
     viewModel->addFunds(ReloadAmountCustom{10.0}, viewModel->paymentMethodUiModels->front());
     ASSERT_EQ(runUntilSettled(*viewModel), BalanceScreenUiState::loaded) << "the refetch after the add";
     EXPECT_EQ(*viewModel->walletBalanceDisplayString, "$52.75");
+    EXPECT_EQ(viewModel->transactions->front().transactionText, "Wallet reload");
     EXPECT_EQ(console.lines(), std::vector<std::string>{"added funds, closing sheet and refetching data!!!"});
 }
 

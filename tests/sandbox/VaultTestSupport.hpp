@@ -20,6 +20,7 @@
 #include "KorvaneElements/KorvaneElements.hpp"
 #include "KorvaneElements/Telemetry.hpp"
 #include "platform/CurlSession.hpp"
+#include "platform/HttpTestSupport.hpp"
 #include "platform/testing/ManualMainQueue.hpp"
 #include "platform/testing/RecordingTransport.hpp"
 #include "platform/view/TextFieldDriver.hpp"
@@ -47,6 +48,10 @@ private:
     std::chrono::milliseconds timeout_;
     platform::CurlSession inner_;
 };
+
+// The data of the card that `Card` types by default, as it reaches the vault.
+inline const nlohmann::json kCardData{
+    {"number", "4242424242424242"}, {"expiration_month", 12}, {"expiration_year", 2039}, {"cvc", "737"}};
 
 // The card elements of the add-card form, typed in full unless told otherwise.
 struct Card {
