@@ -171,7 +171,7 @@ void Renderer::node(const Node& n, Flow flow, Kind parentKind, Ctx ctx) {
     Flow inner = flow;
     for (std::size_t i = count; i-- > 0;) {
         const Layer& layer = d.layers[i];
-        std::string style = placeStyle(levels[i + 1], inner);
+        std::string style = placeStyle(levels[i + 1], inner, false);
         if (i == count - 1) style = environment(d) + style;
         Ctx afterFrame = ctx;
         std::string own = layerStyle(layer, afterFrame);
@@ -186,7 +186,7 @@ void Renderer::node(const Node& n, Flow flow, Kind parentKind, Ctx ctx) {
         inner = Flow::column;
     }
 
-    std::string style = placeStyle(levels[0], inner);
+    std::string style = placeStyle(levels[0], inner, !isContainer(d.kind));
     if (count == 0) style = environment(d) + style;
     content(n, style, count == 0 ? identity(d) : std::string{}, ctx);
 
