@@ -128,9 +128,10 @@ Browser::Impl::~Impl() {
 }
 
 void Browser::Impl::spawnChromium() {
-    char folder[] = "/tmp/tovi-browser-XXXXXX";
-    if (::mkdtemp(folder) == nullptr)
-        throw BrowserError(std::string("cannot make a profile folder: ") + strerror(errno));
+    std::string folder = (std::filesystem::temp_directory_path() / "tovi-browser-XXXXXX").string();
+    if (::mkdtemp(folder.data()) == nullptr) {
+        throw BrowserError("cannot make a profile folder " + folder + ": " + strerror(errno));
+    }
     profile = folder;
     int fds[2];
     if (::pipe2(fds, O_CLOEXEC) != 0) throw BrowserError(std::string("cannot make a pipe: ") + strerror(errno));

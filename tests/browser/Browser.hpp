@@ -45,7 +45,8 @@ public:
     Browser(const Browser&) = delete;
     Browser& operator=(const Browser&) = delete;
 
-    // Loads `url` and returns after its load event. Throws when the page cannot be loaded.
+    // Loads `url` as a new document and returns after its load event. Throws when the page
+    // cannot be loaded.
     void navigate(const std::string& url);
 
     // The value of a JavaScript expression, as JSON (a promise is awaited; undefined is null).

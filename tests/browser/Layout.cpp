@@ -23,7 +23,7 @@ constexpr const char* measure = R"(
           l + scrollX, t + scrollY, rt - l, b - t];
 }))";
 
-std::string describe(const Area& a) {
+std::string describe(const platform::view::Rect& a) {
     return fmt::format("({}, {}) sized {} x {}", a.x, a.y, a.width, a.height);
 }
 
@@ -49,18 +49,18 @@ std::vector<std::string> layoutFaults(const std::vector<Box>& boxes) {
     constexpr double slack = 1;
     std::vector<std::string> faults;
     for (std::size_t i = 0; i < boxes.size(); ++i) {
-        const Area& a = boxes[i].border;
-        const Area& c = boxes[i].content;
+        const platform::view::Rect& a = boxes[i].border;
+        const platform::view::Rect& c = boxes[i].content;
         const std::string name = boxes[i].name + " at " + describe(a);
         if (a.width <= 0 || a.height <= 0) faults.push_back(name + " has no area");
-        if (c.x < a.x - slack || c.y < a.y - slack || c.x + c.width > a.x + a.width + slack ||
-            c.y + c.height > a.y + a.height + slack) {
+        if (c.minX() < a.minX() - slack || c.minY() < a.minY() - slack || c.maxX() > a.maxX() + slack ||
+            c.maxY() > a.maxY() + slack) {
             faults.push_back(name + " is smaller than its content at " + describe(c));
         }
         for (std::size_t j = i + 1; j < boxes.size(); ++j) {
-            const Area& b = boxes[j].border;
-            const double w = std::min(a.x + a.width, b.x + b.width) - std::max(a.x, b.x);
-            const double h = std::min(a.y + a.height, b.y + b.height) - std::max(a.y, b.y);
+            const platform::view::Rect& b = boxes[j].border;
+            const double w = std::min(a.maxX(), b.maxX()) - std::max(a.minX(), b.minX());
+            const double h = std::min(a.maxY(), b.maxY()) - std::max(a.minY(), b.minY());
             if (w > 0 && h > 0) faults.push_back(name + " overlaps " + boxes[j].name + " at " + describe(b));
         }
     }

@@ -9,25 +9,19 @@
 #include <vector>
 
 #include "browser/Browser.hpp"
+#include "platform/view/Geometry.hpp"
 
 namespace tovi::browser {
 
-// A rectangle in page coordinates (CSS pixels, independent of scrolling).
-struct Area {
-    double x = 0;
-    double y = 0;
-    double width = 0;
-    double height = 0;
-};
-
+// Where an element lies, in page coordinates (CSS pixels, independent of scrolling).
 struct Box {
     std::string name;
     // The element's border box.
-    Area border;
+    platform::view::Rect border;
     // The smallest area that holds the element and everything shown inside it. Larger than
     // `border` when the element was laid out smaller than its content, which then spills over
     // whatever lies next to it.
-    Area content;
+    platform::view::Rect content;
 };
 
 // The boxes of the elements that match the CSS `selector`, in document order, each named by
