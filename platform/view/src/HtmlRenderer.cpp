@@ -206,23 +206,15 @@ void Renderer::children(const NodeData& d, Flow flow, const Ctx& ctx) {
 void Renderer::content(const Node& n, std::string style, const std::string& attrs, const Ctx& ctx) {
     const NodeData& d = n.data();
     switch (d.kind) {
-        case Kind::vstack: {
-            const auto& s = *d.as<StackProps>();
-            style += "align-items:";
-            style += flexPosition(horizontalPart(s.alignment));
-            style += ";gap:" + px(s.spacing.value_or(8)) + ";";
-            openTag("div", "v", style, attrs);
-            children(d, Flow::column, ctx);
-            out_ += "</div>";
-            return;
-        }
+        case Kind::vstack:
         case Kind::hstack: {
             const auto& s = *d.as<StackProps>();
+            const bool row = d.kind == Kind::hstack;
             style += "align-items:";
-            style += flexPosition(verticalPart(s.alignment));
+            style += row ? flexPosition(verticalPart(s.alignment)) : flexPosition(horizontalPart(s.alignment));
             style += ";gap:" + px(s.spacing.value_or(8)) + ";";
-            openTag("div", "h", style, attrs);
-            children(d, Flow::row, ctx);
+            openTag("div", row ? "h" : "v", style, attrs);
+            children(d, row ? Flow::row : Flow::column, ctx);
             out_ += "</div>";
             return;
         }
