@@ -13,6 +13,8 @@ packages=(
   libfmt-dev
   libgtest-dev libgmock-dev
   libbenchmark-dev
+  libboost1.81-dev
+  chromium
 )
 
 missing=()

@@ -6,17 +6,28 @@ namespace tovi {
 
 using namespace platform::view;
 
-Path AlertArrowDownShape::path(Rect rect) const {
-    const double w = rect.width;
-    const double h = rect.height;
+namespace {
+
+// A rounded bubble with a triangular arrow centred on its top or bottom edge: the arrow stands on
+// the edge at `baseY` and points at `tipY`; `farY` is the opposite edge.
+Path bubble(double width, double arrowHeight, double cornerRadius, double tipY, double baseY, double farY) {
+    const double w = width;
     const double a = arrowHeight;
     const double r = cornerRadius;
     const double m = w * 0.5;
-    const double b = h - a;
     Path p;
-    p.move({m - a, b}).line({m, h}).line({m + a, b});
-    p.arcTo({w, b}, {w, 0}, r).arcTo({w, 0}, {0, 0}, r).arcTo({0, 0}, {0, b}, r).arcTo({0, b}, {m - a, b}, r);
+    p.move({m - a, baseY}).line({m, tipY}).line({m + a, baseY});
+    p.arcTo({w, baseY}, {w, farY}, r)
+        .arcTo({w, farY}, {0, farY}, r)
+        .arcTo({0, farY}, {0, baseY}, r)
+        .arcTo({0, baseY}, {m - a, baseY}, r);
     return p.close();
+}
+
+}  // namespace
+
+Path AlertArrowDownShape::path(Rect rect) const {
+    return bubble(rect.width, arrowHeight, cornerRadius, rect.height, rect.height - arrowHeight, 0);
 }
 
 Node AlertArrowDownShape::shape() const {
@@ -24,15 +35,7 @@ Node AlertArrowDownShape::shape() const {
 }
 
 Path AlertArrowUpShape::path(Rect rect) const {
-    const double w = rect.width;
-    const double h = rect.height;
-    const double a = arrowHeight;
-    const double r = cornerRadius;
-    const double m = w * 0.5;
-    Path p;
-    p.move({m - a, a}).line({m, 0}).line({m + a, a});
-    p.arcTo({w, a}, {w, h}, r).arcTo({w, h}, {0, h}, r).arcTo({0, h}, {0, a}, r).arcTo({0, a}, {m - a, a}, r);
-    return p.close();
+    return bubble(rect.width, arrowHeight, cornerRadius, 0, arrowHeight, rect.height);
 }
 
 Node AlertArrowUpShape::shape() const {

@@ -43,15 +43,17 @@ Node sample(std::string state, Node content) {
         .fillWidth(Alignment::leading);
 }
 
-Node section(std::string title, std::vector<Node> samples) {
+// A titled card of samples; its identifier marks it for the layout check in a browser.
+Node section(const std::string& title, std::vector<Node> samples) {
     samples.insert(samples.begin(),
-                   Text(std::move(title)).font(ds().fonts.title.smallSemiBold).foregroundColor(ds().colors.text.bold));
+                   Text(title).font(ds().fonts.title.smallSemiBold).foregroundColor(ds().colors.text.bold));
     return VStack(std::move(samples), Alignment::leading, spacing::m)
         .padding(spacing::m)
         .fillWidth(Alignment::leading)
         .background(RoundedRectangle(16, CornerStyle::continuous)
                         .fill(ds().colors.background.primary)
-                        .stroke(ds().colors.borders.generic, 1));
+                        .stroke(ds().colors.borders.generic, 1))
+        .accessibilityIdentifier("section:" + title);
 }
 
 Node swatch(const char* name, Color color) {
@@ -157,13 +159,14 @@ Node images() {
     return section("ToviImage", {VStack(std::move(rows), Alignment::leading, spacing::s)});
 }
 
-Node column(std::string title) {
-    return VStack({Text(std::move(title)).font(ds().fonts.title.medium).foregroundColor(ds().colors.text.bold),
-                   palette(), buttons(), actionViews(), alerts(), headers(), navigation(), errorAndFlip(), images()},
+Node column(const std::string& title) {
+    return VStack({Text(title).font(ds().fonts.title.medium).foregroundColor(ds().colors.text.bold), palette(),
+                   buttons(), actionViews(), alerts(), headers(), navigation(), errorAndFlip(), images()},
                   Alignment::leading, spacing::l)
         .padding(spacing::m)
         .frame(Frame{.width = columnWidth})
-        .background(ColorView(ds().colors.background.light));
+        .background(ColorView(ds().colors.background.light))
+        .accessibilityIdentifier("column:" + title);
 }
 
 // A brand far from the default, and a serif face, so that every token that follows the theme

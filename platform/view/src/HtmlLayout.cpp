@@ -99,15 +99,19 @@ Fill fillOf(const Node& n, Kind parentKind) {
     return f;
 }
 
-std::string placeStyle(Fill f, Flow flow) {
+bool isContainer(Kind k) {
+    return k == Kind::vstack || k == Kind::hstack || k == Kind::zstack || k == Kind::group || k == Kind::button;
+}
+
+std::string placeStyle(Fill f, Flow flow, bool noMinimum) {
     std::string s;
     switch (flow) {
         case Flow::column:
             if (f.w) s += "align-self:stretch;";
-            if (f.h) s += "flex:1 1 0;min-height:0;";
+            if (f.h) s += noMinimum ? "flex:1 1 0;min-height:0;" : "flex:1 1 0;";
             break;
         case Flow::row:
-            if (f.w) s += "flex:1 1 0;min-width:0;";
+            if (f.w) s += noMinimum ? "flex:1 1 0;min-width:0;" : "flex:1 1 0;";
             if (f.h) s += "align-self:stretch;";
             break;
         case Flow::grid:

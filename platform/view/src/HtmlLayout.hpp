@@ -37,7 +37,14 @@ struct Ctx {
 [[nodiscard]] Fill applyFrame(Fill f, const std::optional<Frame>& frame);
 // What the node takes with all its frames applied.
 [[nodiscard]] Fill fillOf(const Node& n, Kind parentKind);
-[[nodiscard]] std::string placeStyle(Fill f, Flow flow);
+// Stacks, groups and buttons: nodes laid out from their children.
+[[nodiscard]] bool isContainer(Kind k);
+// Where the parent's flow puts a node that fills `f`. Only a node with `noMinimum` (a leaf that
+// fills: a shape, a resizable image, a spacer, a scroll view, a field) may be squeezed to
+// nothing. A container or a frame that fills because of what it holds keeps at least the size
+// of its content, the browser's automatic minimum, as a stack is never smaller than what it
+// holds; squeezing it would let its content spill over its neighbours.
+[[nodiscard]] std::string placeStyle(Fill f, Flow flow, bool noMinimum);
 [[nodiscard]] std::string cornerStyle(const ShapeProps& s, const Ctx& ctx);
 // The width and height of an SVG's viewBox.
 [[nodiscard]] std::optional<Size> viewBoxSize(const std::string& svg);

@@ -171,7 +171,7 @@ void Renderer::node(const Node& n, Flow flow, Kind parentKind, Ctx ctx) {
     Flow inner = flow;
     for (std::size_t i = count; i-- > 0;) {
         const Layer& layer = d.layers[i];
-        std::string style = placeStyle(levels[i + 1], inner);
+        std::string style = placeStyle(levels[i + 1], inner, false);
         if (i == count - 1) style = environment(d) + style;
         Ctx afterFrame = ctx;
         std::string own = layerStyle(layer, afterFrame);
@@ -186,7 +186,7 @@ void Renderer::node(const Node& n, Flow flow, Kind parentKind, Ctx ctx) {
         inner = Flow::column;
     }
 
-    std::string style = placeStyle(levels[0], inner);
+    std::string style = placeStyle(levels[0], inner, !isContainer(d.kind));
     if (count == 0) style = environment(d) + style;
     content(n, style, count == 0 ? identity(d) : std::string{}, ctx);
 
@@ -206,23 +206,15 @@ void Renderer::children(const NodeData& d, Flow flow, const Ctx& ctx) {
 void Renderer::content(const Node& n, std::string style, const std::string& attrs, const Ctx& ctx) {
     const NodeData& d = n.data();
     switch (d.kind) {
-        case Kind::vstack: {
-            const auto& s = *d.as<StackProps>();
-            style += "align-items:";
-            style += flexPosition(horizontalPart(s.alignment));
-            style += ";gap:" + px(s.spacing.value_or(8)) + ";";
-            openTag("div", "v", style, attrs);
-            children(d, Flow::column, ctx);
-            out_ += "</div>";
-            return;
-        }
+        case Kind::vstack:
         case Kind::hstack: {
             const auto& s = *d.as<StackProps>();
+            const bool row = d.kind == Kind::hstack;
             style += "align-items:";
-            style += flexPosition(verticalPart(s.alignment));
+            style += row ? flexPosition(verticalPart(s.alignment)) : flexPosition(horizontalPart(s.alignment));
             style += ";gap:" + px(s.spacing.value_or(8)) + ";";
-            openTag("div", "h", style, attrs);
-            children(d, Flow::row, ctx);
+            openTag("div", row ? "h" : "v", style, attrs);
+            children(d, row ? Flow::row : Flow::column, ctx);
             out_ += "</div>";
             return;
         }

@@ -25,9 +25,11 @@ TEST(HtmlRenderer, SmallTreeGivesExactlyThisMarkup) {
                        Alignment::leading, 4)
                     .padding(Edge::horizontal, 16)
                     .accessibilityIdentifier("root");
+    // The stack fills only through its spacer, so it keeps at least its content's size; the
+    // spacer and the shape have no size of their own and may shrink to nothing.
     const std::string expected =
-        "<div class=\"l\" style=\"flex:1 1 0;min-height:0;padding:0px 16px 0px 16px;\" data-id=\"root\">"
-        "<div class=\"v\" style=\"flex:1 1 0;min-height:0;align-items:flex-start;gap:4px;\">"
+        "<div class=\"l\" style=\"flex:1 1 0;padding:0px 16px 0px 16px;\" data-id=\"root\">"
+        "<div class=\"v\" style=\"flex:1 1 0;align-items:flex-start;gap:4px;\">"
         "<span class=\"t\" style=\"font:700 16px/1.25 system-ui,-apple-system,&quot;Liberation Sans&quot;,"
         "&quot;DejaVu Sans&quot;,sans-serif;\">Hello &lt;you&gt; &amp; &quot;me&quot;</span>"
         "<div style=\"flex:1 1 0;min-height:0;\"></div>"

@@ -20,17 +20,12 @@
 #include <vector>
 
 #include "platform/view/Color.hpp"
+#include "platform/view/Geometry.hpp"
 
 namespace platform {
 
-struct Rect {
-    double x = 0;
-    double y = 0;
-    double width = 0;
-    double height = 0;
-
-    friend bool operator==(const Rect&, const Rect&) = default;
-};
+// Frames are measured like the view tree's rectangles.
+using view::Rect;
 
 // Raw values are the phone's, so code written against its numbers reads the same here.
 enum class ContentMode : int {
