@@ -29,7 +29,7 @@ BEGIN {
     third["curl/"] = "platform/src/ bench/ tests/"
     third["unicode/"] = "platform/src/ platform/view/src/"
     third["httplib.h"] = "platform/src/ apps/ tests/"
-    third["boost/"] = "tests/browser/"
+    third["boost/"] = "apps/browser/"
     third["nlohmann/"] = "AnyCodable/src/ Korvane/src/ KorvaneElements/src/ sandbox/src/ platform/testing/src/ apps/ tests/ bench/ fuzz/"
 }
 function isOneOf(text, list,    n, parts, i) {
