@@ -29,7 +29,7 @@ BEGIN {
     third["curl/"] = "platform/src/ bench/ tests/"
     third["unicode/"] = "platform/src/ platform/view/src/"
     third["httplib.h"] = "platform/src/ apps/ tests/"
-    third["nlohmann/"] = "AnyCodable/src/ Korvane/src/ KorvaneElements/src/ sandbox/src/ platform/testing/src/ apps/ tests/ bench/ fuzz/"
+    third["nlohmann/"] = "AnyCodable/src/ Korvane/src/ sandbox/src/ platform/testing/src/ apps/ tests/ bench/ fuzz/"
 }
 function isOneOf(text, list,    n, parts, i) {
     n = split(list, parts, " ")

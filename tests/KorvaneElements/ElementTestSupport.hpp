@@ -42,6 +42,12 @@ private:
     std::shared_ptr<platform::HttpSession> previous_;
 };
 
+// What an element holds, read as a host can: its text is never readable, so through the value
+// (which a number element gives without blanks).
+inline std::string shown(const korvane::elements::TextElementUITextField& e) {
+    return e.getValue().value_or("<none>");
+}
+
 // Every event an element publishes, in order.
 class EventLog {
 public:

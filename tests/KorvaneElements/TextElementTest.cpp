@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "AnyCodable/JsonWriter.hpp"
 #include "ElementTestSupport.hpp"
 #include "KorvaneElements/CardBrand.hpp"
 #include "KorvaneElements/ElementResources.hpp"
@@ -19,12 +20,7 @@ using namespace korvane::elements;
 using elements_test::EventLog;
 using elements_test::Flags;
 using elements_test::flagsOf;
-
-// Reads what the element shows, as a screen would: through the same storage the mirror uses.
-// Tests reach it through getValue() with no transform configured.
-std::string shown(const TextElementUITextField& e) {
-    return e.getValue().value_or("<none>");
-}
+using elements_test::shown;
 
 TextElementOptions zipOptions() {
     return TextElementOptions{.mask = ElementMask(5, CardBrand::digitMaskRegex()),
@@ -44,9 +40,8 @@ TEST_F(TextElementTest, ConstructionPublishesReadyAndLogsInit) {
     EXPECT_EQ(element->metadata(), (ElementMetadata{true, true, true, false}));
     EXPECT_EQ(element->isComplete(), std::nullopt);
     EXPECT_EQ(element->smartDashesType(), platform::SmartDashesType::no);
-    auto body = nlohmann::json::parse(telemetry.bodies().back());
-    EXPECT_EQ(body["message"], "TextElementUITextField init");
-    EXPECT_EQ(body["elementId"], element->elementId());
+    EXPECT_EQ(telemetry.bodies().back(), R"({"elementId":")" + element->elementId() +
+                                             R"(","message":"TextElementUITextField init","level":"info"})");
     EXPECT_EQ(platform::Uuid::parse(element->elementId()).has_value(), true);
 }
 
@@ -237,6 +232,7 @@ TEST(ElementEventJson, KeysInOrderAndConversionFailure) {
     EXPECT_EQ(event.encode().value(),
               R"({"type":"textChange","complete":true,"empty":false,"valid":true,"maskSatisfied":true,)"
               R"("details":[{"type":"cardBrand","message":"visa"}]})");
+    EXPECT_EQ(anycodable::toJson(event.toDictionary().value()).value(), event.encode().value());
     ElementEvent broken{"\xFF", false, false, false, false, {}};
     EXPECT_EQ(broken.toDictionary().error(), ElementEvent::ConversionError::invalidJSON);
 }
