@@ -84,6 +84,11 @@ TEST_F(TextElementTest, TextIsNeverReadableAndTheSameTextPublishesOnce) {
     element->setText("secret");
     EXPECT_EQ(log.types(), (std::vector<std::string>{"textChange"}));
     EXPECT_EQ(flagsOf(log.last()), (Flags{true, false, true, true})) << "no mask: satisfied; no validation: valid";
+    // The change is logged with the event itself, never the text.
+    EXPECT_EQ(telemetry.bodies().back(),
+              R"({"elementId":")" + element->elementId() +
+                  R"(","event":{"type":"textChange","complete":true,"empty":false,"valid":true,"maskSatisfied":true,)"
+                  R"("details":[]},"message":"TextElementUITextField textChange event","level":"info"})");
 }
 
 TEST_F(TextElementTest, DelegateMustBeTheLibrarysController) {
