@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "KorvaneElements/ElementConfigError.hpp"
 #include "KorvaneElements/ElementEvent.hpp"
 #include "KorvaneElements/ElementMetadata.hpp"
 #include "KorvaneElements/Telemetry.hpp"
@@ -46,6 +47,17 @@ private:
 // (which a number element gives without blanks).
 inline std::string shown(const korvane::elements::TextElementUITextField& e) {
     return e.getValue().value_or("<none>");
+}
+
+// What `setConfig(options)` refused with, or nothing when the element took the options.
+inline std::optional<korvane::elements::ElementConfigError> configError(
+    korvane::elements::TextElementUITextField& e, const std::optional<korvane::elements::TextElementOptions>& options) {
+    try {
+        e.setConfig(options);
+    } catch (const korvane::elements::ElementConfigException& refused) {
+        return refused.error();
+    }
+    return std::nullopt;
 }
 
 // Every event an element publishes, in order.

@@ -93,21 +93,6 @@ TEST(ElementSecurity, TypedValuesReachNoPostedBody) {
     }
 }
 
-TEST(ElementSecurity, OnlyTheLibrarysDelegateIsAskedAboutKeys) {
-    struct Spy : platform::TextFieldDelegate {
-        std::string seen;
-        bool shouldChangeCharacters(platform::TextField&, platform::TextRange, std::string_view r) override {
-            seen += r;
-            return true;
-        }
-    };
-    auto spy = std::make_shared<Spy>();
-    LinkedCard card;
-    card.number->setDelegate(spy);
-    platform::TextFieldDriver(*card.number).type("4242");
-    EXPECT_EQ(spy->seen, "");
-}
-
 // Digits of other scripts: dropped by the masks like letters, and never a stop.
 TEST(ElementNonAsciiDigits, PastedIntoEachCardField) {
     elements_test::TelemetryCapture telemetry;
