@@ -98,70 +98,34 @@ const ElementMask& CardBrand::cvcMask4() {
     return mask;
 }
 
-#define KV_CARD_BRAND(NAME, ...)                                               \
-    const CardBrandDetails& CardBrand::NAME() {                                \
-        static const CardBrandDetails details = CardBrandDetails(__VA_ARGS__); \
-        return details;                                                        \
-    }
-
-KV_CARD_BRAND(VISA, CardBrandName::visa, Ids{4}, cvcMask3(), {4, 8, 12}, {16, 18, 19})
-KV_CARD_BRAND(MASTERCARD, CardBrandName::mastercard,
-              Ids{range(51, 55), range(2221, 2229), range(223, 229), range(23, 26), range(270, 271), 2720}, cvcMask3(),
-              {4, 8, 12}, {16})
-KV_CARD_BRAND(AMERICAN_EXPRESS, CardBrandName::americanExpress, Ids{34, 37}, cvcMask4(), {4, 10}, {15})
-KV_CARD_BRAND(DINERS_CLUB, CardBrandName::dinersClub, Ids{range(300, 305), 36, 38, 39}, cvcMask3(), {4, 10},
-              {14, 16, 19})
-KV_CARD_BRAND(DISCOVER, CardBrandName::discover, Ids{6011, range(644, 649), 65}, cvcMask3(), {4, 8, 12}, {16, 19})
-KV_CARD_BRAND(JCB, CardBrandName::jcb, Ids{2131, 1800, range(3528, 3589)}, cvcMask3(), {4, 8, 12}, {16, 17, 18, 19})
-KV_CARD_BRAND(UNION_PAY, CardBrandName::unionPay,
-              Ids{620, range(62100, 62197), range(62200, 62205), range(622010, 622999), range(62207, 62209),
-                  range(623, 626), 6270, 6272, 6276, range(627700, 627779), range(627781, 627799), range(6282, 6289),
-                  6291, 6292, 810, range(8110, 8171)},
-              cvcMask3(), {4, 8, 12}, {14, 15, 16, 17, 18, 19})
-KV_CARD_BRAND(MAESTRO, CardBrandName::maestro,
-              Ids{493698, range(500000, 504174), range(504176, 506698), range(506779, 508999), range(56, 59), 63, 67,
-                  6},
-              cvcMask3(), {4, 8, 12}, {12, 13, 14, 15, 16, 17, 18, 19})
-KV_CARD_BRAND(ELO, CardBrandName::elo,
-              Ids{401178,
-                  401179,
-                  438935,
-                  457631,
-                  457632,
-                  431274,
-                  451416,
-                  457393,
-                  504175,
-                  range(506699, 506778),
-                  range(509000, 509999),
-                  627780,
-                  636297,
-                  636368,
-                  range(650031, 650033),
-                  range(650035, 650051),
-                  range(650405, 650439),
-                  range(650485, 650538),
-                  range(650541, 650598),
-                  range(650700, 650718),
-                  range(650720, 650727),
-                  range(650901, 650978),
-                  range(651652, 651679),
-                  range(655000, 655019),
-                  range(655021, 655058)},
-              cvcMask3(), {4, 8, 12}, {16})
-KV_CARD_BRAND(MIR, CardBrandName::mir, Ids{range(2200, 2204)}, cvcMask3(), {4, 8, 12}, {16, 17, 18, 19})
-KV_CARD_BRAND(HIPER, CardBrandName::hiper, Ids{637095, 63737423, 63743358, 637568, 637599, 637609, 637612}, cvcMask3(),
-              {4, 8, 12}, {16})
-KV_CARD_BRAND(HIPERCARD, CardBrandName::hipercard, Ids{606282}, cvcMask3(), {4, 8, 12}, {16})
-
-#undef KV_CARD_BRAND
+#define KV_UNWRAP(...) __VA_ARGS__
+#define KV_CARD_BRAND_DETAILS(ACCESSOR, name, codeLength, gaps, lengths, ...)                        \
+    CardBrandDetails(CardBrandName::name, Ids{__VA_ARGS__}, cvcMask##codeLength(), {KV_UNWRAP gaps}, \
+                     {KV_UNWRAP lengths}),
 
 const std::vector<CardBrandDetails>& CardBrand::DefaultCardBrands() {
-    static const std::vector<CardBrandDetails> brands{
-        VISA(), MASTERCARD(), AMERICAN_EXPRESS(), DINERS_CLUB(), DISCOVER(), JCB(), UNION_PAY(), MAESTRO(), ELO(),
-        MIR(),  HIPER(),      HIPERCARD()};
+    static const std::vector<CardBrandDetails> brands{KORVANE_CARD_BRANDS(KV_CARD_BRAND_DETAILS)};
     return brands;
 }
+
+namespace {
+// Each accessor's place in the defaults, in row order.
+enum BuiltInBrand : std::size_t {
+#define KV_CARD_BRAND_INDEX(ACCESSOR, ...) k##ACCESSOR,
+    KORVANE_CARD_BRANDS(KV_CARD_BRAND_INDEX)
+};
+}  // namespace
+
+#define KV_CARD_BRAND_ACCESSOR(ACCESSOR, ...)       \
+    const CardBrandDetails& CardBrand::ACCESSOR() { \
+        return DefaultCardBrands()[k##ACCESSOR];    \
+    }
+KORVANE_CARD_BRANDS(KV_CARD_BRAND_ACCESSOR)
+
+#undef KV_CARD_BRAND_ACCESSOR
+#undef KV_CARD_BRAND_INDEX
+#undef KV_CARD_BRAND_DETAILS
+#undef KV_UNWRAP
 
 const std::vector<CardBrandDetails>& CardBrand::CardBrands() {
     return currentCatalogue();

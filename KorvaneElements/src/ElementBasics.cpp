@@ -1,3 +1,4 @@
+#include "AnyCodable/JsonWriter.hpp"
 #include "KorvaneElements/ElementConfigError.hpp"
 #include "KorvaneElements/ElementEvent.hpp"
 #include "KorvaneElements/ElementValueReference.hpp"
@@ -52,34 +53,28 @@ std::optional<std::string> ElementValueReference::getValue() const {
 }
 
 namespace {
-nlohmann::ordered_json eventJson(const ElementEvent& event) {
-    nlohmann::ordered_json details = nlohmann::ordered_json::array();
+anycodable::Map eventMap(const ElementEvent& event) {
+    anycodable::Array details;
     for (const auto& d : event.details) {
-        details.push_back(nlohmann::ordered_json{{"type", d.type}, {"message", d.message}});
+        details.emplace_back(anycodable::Map{{"type", d.type}, {"message", d.message}});
     }
-    return nlohmann::ordered_json{
+    return anycodable::Map{
         {"type", event.type},   {"complete", event.complete},           {"empty", event.empty},
         {"valid", event.valid}, {"maskSatisfied", event.maskSatisfied}, {"details", std::move(details)}};
 }
 }  // namespace
 
 platform::Result<std::string, ElementEvent::ConversionError> ElementEvent::encode() const {
-    try {
-        return eventJson(*this).dump();
-    } catch (const nlohmann::json::exception&) {
-        return platform::failure(ConversionError::invalidJSON);
-    }
+    auto text = anycodable::toJson(eventMap(*this));
+    if (!text) return platform::failure(ConversionError::invalidJSON);
+    return std::move(*text);
 }
 
-platform::Result<nlohmann::ordered_json, ElementEvent::ConversionError> ElementEvent::toDictionary() const {
+platform::Result<anycodable::Map, ElementEvent::ConversionError> ElementEvent::toDictionary() const {
     // Parsing the encoded text back would give this same object; encoding is what can fail.
-    nlohmann::ordered_json json = eventJson(*this);
-    try {
-        (void)json.dump();
-    } catch (const nlohmann::json::exception&) {
-        return platform::failure(ConversionError::invalidJSON);
-    }
-    return json;
+    anycodable::Map map = eventMap(*this);
+    if (!anycodable::toJson(map)) return platform::failure(ConversionError::invalidJSON);
+    return map;
 }
 
 }  // namespace korvane::elements

@@ -12,16 +12,13 @@ std::string newTraceId() {
     return platform::Uuid::random().string();
 }
 
-nlohmann::ordered_json callAttributes(std::string_view endpoint, std::string_view traceId,
-                                      nlohmann::ordered_json extra) {
-    nlohmann::ordered_json attributes{{"endpoint", endpoint}, {"KV-TRACE-ID", traceId}};
-    if (extra.is_object()) {
-        for (auto& [key, value] : extra.items()) attributes[key] = std::move(value);
-    }
+anycodable::Map callAttributes(std::string_view endpoint, std::string_view traceId, anycodable::Map extra) {
+    anycodable::Map attributes{{"endpoint", endpoint}, {"KV-TRACE-ID", traceId}};
+    for (auto& [key, value] : extra) attributes.set(key, std::move(value));
     return attributes;
 }
 
-void logApiRequestStart(std::string_view endpoint, std::string_view traceId, nlohmann::ordered_json extra) {
+void logApiRequestStart(std::string_view endpoint, std::string_view traceId, anycodable::Map extra) {
     logger().log("Starting API request", "info", std::nullopt, callAttributes(endpoint, traceId, std::move(extra)));
 }
 

@@ -7,8 +7,6 @@
 #include <string>
 #include <string_view>
 
-#include <nlohmann/json.hpp>
-
 #include "AnyCodable/CodingError.hpp"
 #include "AnyCodable/Value.hpp"
 #include "KorvaneElements/ElementsError.hpp"
@@ -32,11 +30,10 @@ namespace korvane::elements::internal {
 [[nodiscard]] std::string newTraceId();
 
 // "endpoint" and "KV-TRACE-ID" as an attribute object, plus whatever `extra` holds.
-[[nodiscard]] nlohmann::ordered_json callAttributes(std::string_view endpoint, std::string_view traceId,
-                                                    nlohmann::ordered_json extra = nlohmann::ordered_json::object());
+[[nodiscard]] anycodable::Map callAttributes(std::string_view endpoint, std::string_view traceId,
+                                             anycodable::Map extra = {});
 
-void logApiRequestStart(std::string_view endpoint, std::string_view traceId,
-                        nlohmann::ordered_json extra = nlohmann::ordered_json::object());
+void logApiRequestStart(std::string_view endpoint, std::string_view traceId, anycodable::Map extra = {});
 // "apiSuccess" true, at level "info".
 void logApiSuccess(std::string_view endpoint, std::string_view traceId,
                    std::string_view message = "Successful API response");

@@ -29,6 +29,19 @@ Settings& settings() {
     return instance;
 }
 
+// Every setting is read and written whole under the one lock, from any thread.
+template <class T>
+T readSetting(T Settings::*field) {
+    std::lock_guard lock(settings().mutex);
+    return settings().*field;
+}
+
+template <class T>
+void writeSetting(T Settings::*field, T value) {
+    std::lock_guard lock(settings().mutex);
+    settings().*field = std::move(value);
+}
+
 constexpr std::string_view kTokenizeEndpoint = "POST /tokenize";
 constexpr std::string_view kCreateTokenEndpoint = "POST /tokens";
 constexpr std::string_view kCreateSessionEndpoint = "POST /sessions";
@@ -68,35 +81,27 @@ void executeVaultCall(std::string_view endpoint, const std::string& traceId, con
 }  // namespace
 
 std::string KorvaneElements::apiKey() {
-    std::lock_guard lock(settings().mutex);
-    return settings().apiKey;
+    return readSetting(&Settings::apiKey);
 }
 
 void KorvaneElements::setApiKey(std::string apiKey) {
-    std::lock_guard lock(settings().mutex);
-    settings().apiKey = std::move(apiKey);
+    writeSetting(&Settings::apiKey, std::move(apiKey));
 }
 
 std::string KorvaneElements::basePath() {
-    std::lock_guard lock(settings().mutex);
-    return settings().basePath;
+    return readSetting(&Settings::basePath);
 }
 
 void KorvaneElements::setBasePath(std::string basePath) {
-    std::lock_guard lock(settings().mutex);
-    settings().basePath = std::move(basePath);
+    writeSetting(&Settings::basePath, std::move(basePath));
 }
 
 void KorvaneElements::setHttpSession(std::shared_ptr<platform::HttpSession> session) {
-    std::lock_guard lock(settings().mutex);
-    settings().session = std::move(session);
+    writeSetting(&Settings::session, std::move(session));
 }
 
 std::shared_ptr<platform::HttpSession> internal::httpSession() {
-    {
-        std::lock_guard lock(settings().mutex);
-        if (settings().session) return settings().session;
-    }
+    if (auto session = readSetting(&Settings::session)) return session;
     // The shared session lives until the process exits; the pointer owns nothing.
     return std::shared_ptr<platform::HttpSession>(std::shared_ptr<void>(), &platform::sharedHttpSession());
 }

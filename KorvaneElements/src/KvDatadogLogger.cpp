@@ -1,8 +1,8 @@
 #include "KorvaneElements/KvDatadogLogger.hpp"
 
 #include <atomic>
-#include <cmath>
 
+#include "AnyCodable/JsonWriter.hpp"
 #include "KorvaneElements/Telemetry.hpp"
 #include "SharedLogger.hpp"
 #include "platform/DeviceInfo.hpp"
@@ -18,44 +18,24 @@ constexpr const char* kClientToken = "pub5c1f09ae77d24b6083e1fa2b6c9d04ee";
 constexpr const char* kServiceName = "Korvane iOS Elements";
 constexpr const char* kElementsVersion = "4.1.1";
 
-// What the phone's JSON writer refuses: non-finite numbers. Text that is not UTF-8 is caught
-// by the strict dump below.
-bool representable(const nlohmann::ordered_json& value) {
-    if (value.is_number_float()) {
-        return std::isfinite(value.get<double>());
-    }
-    if (value.is_structured()) {
-        for (const auto& item : value) {
-            if (!representable(item)) {
-                return false;
-            }
-        }
-    }
-    return true;
-}
-
 }  // namespace
 
 KvDatadogLogger::KvDatadogLogger(std::string clientToken, std::string logURL)
     : clientToken_(std::move(clientToken)), logURL_(std::move(logURL)) {}
 
 void KvDatadogLogger::log(std::string_view message, std::string_view level, std::optional<std::string_view> error,
-                          const std::optional<nlohmann::ordered_json>& attributes) {
+                          const anycodable::Map& attributes) {
     std::lock_guard lock(mutex_);
-    if (attributes && attributes->is_object()) {
-        for (const auto& [key, value] : attributes->items()) {
-            attrMap_[key] = value;
-        }
-    }
+    for (const auto& [key, value] : attributes) attrMap_.set(key, value);
     std::string text(message);
     if (level == "error" && error) {
         text += ": ";
         text += *error;
     }
-    attrMap_["message"] = std::move(text);
-    attrMap_["level"] = std::string(level);
+    attrMap_.set("message", std::move(text));
+    attrMap_.set("level", level);
     sendLocked();
-    attrMap_ = nlohmann::ordered_json::object();
+    attrMap_ = {};
 }
 
 void KvDatadogLogger::send() {
@@ -67,13 +47,8 @@ void KvDatadogLogger::sendLocked() {
     if (!telemetryEnabled()) {
         return;
     }
-    if (!representable(attrMap_)) {
-        return;
-    }
-    std::string body;
-    try {
-        body = attrMap_.dump();
-    } catch (const nlohmann::json::exception&) {
+    auto body = anycodable::toJson(attrMap_);
+    if (!body) {
         return;
     }
     platform::HttpRequest request;
@@ -81,7 +56,7 @@ void KvDatadogLogger::sendLocked() {
     request.url = logURL_ + clientToken_;
     request.timeout = std::chrono::milliseconds(60'000);
     request.headers.set("Content-Type", "application/json");
-    request.body = std::move(body);
+    request.body = std::move(*body);
     // The override is held for the duration of the call, in case a host swaps it meanwhile.
     std::shared_ptr<platform::HttpSession> installed = telemetrySession();
     platform::HttpSession& session = installed ? *installed : platform::sharedHttpSession();
@@ -91,17 +66,17 @@ void KvDatadogLogger::sendLocked() {
     }
 }
 
-void KvDatadogLogger::setAttribute(const std::string& key, nlohmann::ordered_json value) {
+void KvDatadogLogger::setAttribute(std::string key, anycodable::Value value) {
     std::lock_guard lock(mutex_);
-    attrMap_[key] = std::move(value);
+    attrMap_.set(std::move(key), std::move(value));
 }
 
 void KvDatadogLogger::clearAttributes() {
     std::lock_guard lock(mutex_);
-    attrMap_ = nlohmann::ordered_json::object();
+    attrMap_ = {};
 }
 
-nlohmann::ordered_json KvDatadogLogger::attrMap() const {
+anycodable::Map KvDatadogLogger::attrMap() const {
     std::lock_guard lock(mutex_);
     return attrMap_;
 }

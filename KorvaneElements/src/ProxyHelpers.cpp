@@ -108,8 +108,8 @@ void KorvaneElements::proxy(std::optional<std::string> apiKey, std::optional<std
     const std::string endpoint =
         method + " " + (proxyHttpRequest && proxyHttpRequest->url ? *proxyHttpRequest->url : basePath() + "/proxy");
     const std::string traceId = internal::newTraceId();
-    nlohmann::ordered_json query = "nil";
-    if (proxyHttpRequest && proxyHttpRequest->query) query = *proxyHttpRequest->query;
+    anycodable::Value query = "nil";
+    if (proxyHttpRequest && proxyHttpRequest->query) query = anycodable::Value(*proxyHttpRequest->query);
     internal::logApiRequestStart(
         endpoint, traceId,
         {{"proxyHttpRequestPath", proxyHttpRequest && proxyHttpRequest->path ? *proxyHttpRequest->path : "nil"},

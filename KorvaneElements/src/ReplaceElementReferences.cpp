@@ -87,9 +87,9 @@ std::optional<anycodable::Value> convertedValue(const ElementReferenceProtocol& 
     return anycodable::Value(*text);
 }
 
-nlohmann::ordered_json elementAttributes(const ElementReferenceProtocol& element, std::string_view endpoint,
-                                         std::string_view traceId) {
-    return nlohmann::ordered_json{{"elementId", element.elementId()}, {"endpoint", endpoint}, {"KV-TRACE-ID", traceId}};
+anycodable::Map elementAttributes(const ElementReferenceProtocol& element, std::string_view endpoint,
+                                  std::string_view traceId) {
+    return anycodable::Map{{"elementId", element.elementId()}, {"endpoint", endpoint}, {"KV-TRACE-ID", traceId}};
 }
 
 }  // namespace

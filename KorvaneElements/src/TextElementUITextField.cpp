@@ -41,15 +41,15 @@ void TextElementUITextField::setupElement() {
 }
 
 void TextElementUITextField::logInfo(std::string_view message, bool withEvent, const ElementEvent* event) const {
-    nlohmann::ordered_json attributes{{"elementId", elementId_}};
+    anycodable::Map attributes{{"elementId", elementId_}};
     if (withEvent) {
-        nlohmann::ordered_json eventJson;  // null when the event cannot be converted
+        anycodable::Value eventValue;  // written as null when the event cannot be converted
         if (event != nullptr) {
             if (auto dictionary = event->toDictionary()) {
-                eventJson = std::move(*dictionary);
+                eventValue = std::move(*dictionary);
             }
         }
-        attributes["event"] = std::move(eventJson);
+        attributes.set("event", std::move(eventValue));
     }
     logger().log(message, "info", std::nullopt, attributes);
 }

@@ -1,6 +1,3 @@
-#include <array>
-#include <utility>
-
 #include "ToviUI/CardBrand.hpp"
 #include "ToviUI/Hasher.hpp"
 #include "ToviUI/PaymentMethodUiModel.hpp"
@@ -15,17 +12,9 @@ struct BrandRow {
     std::string_view displayName;
 };
 
-// Matched top to bottom; `unknown` is the fallback and has no backend name.
-constexpr std::array<BrandRow, 8> kBrands{{
-    {CardBrand::amex, "amex", "American Express"},
-    {CardBrand::mastercard, "mastercard", "MasterCard"},
-    {CardBrand::maestro, "maestro", "Maestro"},
-    {CardBrand::visa, "visa", "Visa"},
-    {CardBrand::visaElectron, "visa electron", "Visa Electron"},
-    {CardBrand::discover, "discover", "Discover"},
-    {CardBrand::dinersClub, "diners", "Diners Club"},
-    {CardBrand::unknown, {}, "Unknown"},
-}};
+#define TOVI_CARD_BRAND_ROW(brand, backendName, displayName) {CardBrand::brand, backendName, displayName},
+constexpr BrandRow kBrands[] = {TOVI_CARD_BRANDS(TOVI_CARD_BRAND_ROW)};
+#undef TOVI_CARD_BRAND_ROW
 
 }  // namespace
 

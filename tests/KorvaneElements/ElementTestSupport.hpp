@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "KorvaneElements/ElementConfigError.hpp"
 #include "KorvaneElements/ElementEvent.hpp"
 #include "KorvaneElements/ElementMetadata.hpp"
 #include "KorvaneElements/Telemetry.hpp"
@@ -41,6 +42,23 @@ private:
     std::shared_ptr<platform::RecordingTransport> transport_ = std::make_shared<platform::RecordingTransport>();
     std::shared_ptr<platform::HttpSession> previous_;
 };
+
+// What an element holds, read as a host can: its text is never readable, so through the value
+// (which a number element gives without blanks).
+inline std::string shown(const korvane::elements::TextElementUITextField& e) {
+    return e.getValue().value_or("<none>");
+}
+
+// What `setConfig(options)` refused with, or nothing when the element took the options.
+inline std::optional<korvane::elements::ElementConfigError> configError(
+    korvane::elements::TextElementUITextField& e, const std::optional<korvane::elements::TextElementOptions>& options) {
+    try {
+        e.setConfig(options);
+    } catch (const korvane::elements::ElementConfigException& refused) {
+        return refused.error();
+    }
+    return std::nullopt;
+}
 
 // Every event an element publishes, in order.
 class EventLog {

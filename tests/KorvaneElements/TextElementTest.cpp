@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "AnyCodable/JsonWriter.hpp"
 #include "ElementTestSupport.hpp"
 #include "KorvaneElements/CardBrand.hpp"
 #include "KorvaneElements/ElementResources.hpp"
@@ -19,12 +20,7 @@ using namespace korvane::elements;
 using elements_test::EventLog;
 using elements_test::Flags;
 using elements_test::flagsOf;
-
-// Reads what the element shows, as a screen would: through the same storage the mirror uses.
-// Tests reach it through getValue() with no transform configured.
-std::string shown(const TextElementUITextField& e) {
-    return e.getValue().value_or("<none>");
-}
+using elements_test::shown;
 
 TextElementOptions zipOptions() {
     return TextElementOptions{.mask = ElementMask(5, CardBrand::digitMaskRegex()),
@@ -44,9 +40,8 @@ TEST_F(TextElementTest, ConstructionPublishesReadyAndLogsInit) {
     EXPECT_EQ(element->metadata(), (ElementMetadata{true, true, true, false}));
     EXPECT_EQ(element->isComplete(), std::nullopt);
     EXPECT_EQ(element->smartDashesType(), platform::SmartDashesType::no);
-    auto body = nlohmann::json::parse(telemetry.bodies().back());
-    EXPECT_EQ(body["message"], "TextElementUITextField init");
-    EXPECT_EQ(body["elementId"], element->elementId());
+    EXPECT_EQ(telemetry.bodies().back(), R"({"elementId":")" + element->elementId() +
+                                             R"(","message":"TextElementUITextField init","level":"info"})");
     EXPECT_EQ(platform::Uuid::parse(element->elementId()).has_value(), true);
 }
 
@@ -89,14 +84,29 @@ TEST_F(TextElementTest, TextIsNeverReadableAndTheSameTextPublishesOnce) {
     element->setText("secret");
     EXPECT_EQ(log.types(), (std::vector<std::string>{"textChange"}));
     EXPECT_EQ(flagsOf(log.last()), (Flags{true, false, true, true})) << "no mask: satisfied; no validation: valid";
+    // The change is logged with the event itself, never the text.
+    EXPECT_EQ(telemetry.bodies().back(),
+              R"({"elementId":")" + element->elementId() +
+                  R"(","event":{"type":"textChange","complete":true,"empty":false,"valid":true,"maskSatisfied":true,)"
+                  R"("details":[]},"message":"TextElementUITextField textChange event","level":"info"})");
 }
 
 TEST_F(TextElementTest, DelegateMustBeTheLibrarysController) {
+    struct Spy : platform::TextFieldDelegate {
+        std::string seen;
+        bool shouldChangeCharacters(platform::TextField&, platform::TextRange, std::string_view r) override {
+            seen += r;
+            return true;
+        }
+    };
     auto element = std::make_shared<TextElementUITextField>();
     auto ours = std::make_shared<KorvaneUIViewController>();
+    auto spy = std::make_shared<Spy>();
     element->setDelegate(ours);
-    element->setDelegate(std::make_shared<platform::TextFieldDelegate>());
+    element->setDelegate(spy);
     EXPECT_EQ(element->delegate(), ours) << "a foreign delegate is ignored";
+    platform::TextFieldDriver(*element).type("4242");
+    EXPECT_EQ(spy->seen, "") << "and never asked about the keys typed";
     element->setDelegate(nullptr);
     EXPECT_EQ(element->delegate(), ours) << "clearing is refused too";
 }
@@ -110,12 +120,9 @@ TEST_F(TextElementTest, SetConfigValidatesTheMaskAndClearsWhatIsAbsent) {
     };
     const Bad bad[] = {{{std::string("ab")}, "two characters"}, {{std::int64_t{1}}, "a number"}};
     for (const auto& b : bad) {
-        try {
-            element->setConfig(TextElementOptions{.mask = b.mask});
-            ADD_FAILURE() << b.why;
-        } catch (const ElementConfigException& e) {
-            EXPECT_EQ(e.error(), ElementConfigError::invalidMask) << b.why;
-        }
+        EXPECT_EQ(elements_test::configError(*element, TextElementOptions{.mask = b.mask}),
+                  ElementConfigError::invalidMask)
+            << b.why;
     }
     element->setText("12345678");
     EXPECT_EQ(shown(*element), "12345") << "the earlier mask stayed after the refusals";
@@ -237,6 +244,7 @@ TEST(ElementEventJson, KeysInOrderAndConversionFailure) {
     EXPECT_EQ(event.encode().value(),
               R"({"type":"textChange","complete":true,"empty":false,"valid":true,"maskSatisfied":true,)"
               R"("details":[{"type":"cardBrand","message":"visa"}]})");
+    EXPECT_EQ(anycodable::toJson(event.toDictionary().value()).value(), event.encode().value());
     ElementEvent broken{"\xFF", false, false, false, false, {}};
     EXPECT_EQ(broken.toDictionary().error(), ElementEvent::ConversionError::invalidJSON);
 }

@@ -27,19 +27,41 @@
 
 namespace korvane::elements {
 
+// The built-in catalogue, one row per brand in catalogue order:
+//   row(ACCESSOR, name, code length, (gaps), (valid lengths), identifiers...)
+// An identifier is a prefix or `range(low, high)` (inclusive). The `CardBrandName` constants,
+// the `CardBrand` accessors and `DefaultCardBrands()` are all expanded from these rows.
+// clang-format off
+#define KORVANE_CARD_BRANDS(row) \
+    row(VISA, visa, 3, (4, 8, 12), (16, 18, 19), 4) \
+    row(MASTERCARD, mastercard, 3, (4, 8, 12), (16), \
+        range(51, 55), range(2221, 2229), range(223, 229), range(23, 26), range(270, 271), 2720) \
+    row(AMERICAN_EXPRESS, americanExpress, 4, (4, 10), (15), 34, 37) \
+    row(DINERS_CLUB, dinersClub, 3, (4, 10), (14, 16, 19), range(300, 305), 36, 38, 39) \
+    row(DISCOVER, discover, 3, (4, 8, 12), (16, 19), 6011, range(644, 649), 65) \
+    row(JCB, jcb, 3, (4, 8, 12), (16, 17, 18, 19), 2131, 1800, range(3528, 3589)) \
+    row(UNION_PAY, unionPay, 3, (4, 8, 12), (14, 15, 16, 17, 18, 19), \
+        620, range(62100, 62197), range(62200, 62205), range(622010, 622999), range(62207, 62209), \
+        range(623, 626), 6270, 6272, 6276, range(627700, 627779), range(627781, 627799), range(6282, 6289), \
+        6291, 6292, 810, range(8110, 8171)) \
+    row(MAESTRO, maestro, 3, (4, 8, 12), (12, 13, 14, 15, 16, 17, 18, 19), \
+        493698, range(500000, 504174), range(504176, 506698), range(506779, 508999), range(56, 59), 63, 67, 6) \
+    row(ELO, elo, 3, (4, 8, 12), (16), \
+        401178, 401179, 438935, 457631, 457632, 431274, 451416, 457393, 504175, \
+        range(506699, 506778), range(509000, 509999), 627780, 636297, 636368, \
+        range(650031, 650033), range(650035, 650051), range(650405, 650439), range(650485, 650538), \
+        range(650541, 650598), range(650700, 650718), range(650720, 650727), range(650901, 650978), \
+        range(651652, 651679), range(655000, 655019), range(655021, 655058)) \
+    row(MIR, mir, 3, (4, 8, 12), (16, 17, 18, 19), range(2200, 2204)) \
+    row(HIPER, hiper, 3, (4, 8, 12), (16), 637095, 63737423, 63743358, 637568, 637599, 637609, 637612) \
+    row(HIPERCARD, hipercard, 3, (4, 8, 12), (16), 606282)
+// clang-format on
+
+// The built-in brands' names: `CardBrandName::visa` is "visa".
 namespace CardBrandName {
-inline constexpr const char* visa = "visa";
-inline constexpr const char* mastercard = "mastercard";
-inline constexpr const char* americanExpress = "americanExpress";
-inline constexpr const char* dinersClub = "dinersClub";
-inline constexpr const char* discover = "discover";
-inline constexpr const char* jcb = "jcb";
-inline constexpr const char* unionPay = "unionPay";
-inline constexpr const char* maestro = "maestro";
-inline constexpr const char* elo = "elo";
-inline constexpr const char* mir = "mir";
-inline constexpr const char* hiper = "hiper";
-inline constexpr const char* hipercard = "hipercard";
+#define KORVANE_CARD_BRAND_NAME(ACCESSOR, name, ...) inline constexpr const char* name = #name;
+KORVANE_CARD_BRANDS(KORVANE_CARD_BRAND_NAME)
+#undef KORVANE_CARD_BRAND_NAME
 }  // namespace CardBrandName
 
 // A single prefix, or an inclusive range of prefixes as a two-integer array. Any other shape
@@ -84,18 +106,10 @@ public:
     [[nodiscard]] static const ElementMask& cvcMask3();
     [[nodiscard]] static const ElementMask& cvcMask4();
 
-    [[nodiscard]] static const CardBrandDetails& VISA();
-    [[nodiscard]] static const CardBrandDetails& MASTERCARD();
-    [[nodiscard]] static const CardBrandDetails& AMERICAN_EXPRESS();
-    [[nodiscard]] static const CardBrandDetails& DINERS_CLUB();
-    [[nodiscard]] static const CardBrandDetails& DISCOVER();
-    [[nodiscard]] static const CardBrandDetails& JCB();
-    [[nodiscard]] static const CardBrandDetails& UNION_PAY();
-    [[nodiscard]] static const CardBrandDetails& MAESTRO();
-    [[nodiscard]] static const CardBrandDetails& ELO();
-    [[nodiscard]] static const CardBrandDetails& MIR();
-    [[nodiscard]] static const CardBrandDetails& HIPER();
-    [[nodiscard]] static const CardBrandDetails& HIPERCARD();
+    // One accessor per built-in brand: `VISA()`, `MASTERCARD()`, ... `HIPERCARD()`.
+#define KORVANE_CARD_BRAND_ACCESSOR(ACCESSOR, ...) [[nodiscard]] static const CardBrandDetails& ACCESSOR();
+    KORVANE_CARD_BRANDS(KORVANE_CARD_BRAND_ACCESSOR)
+#undef KORVANE_CARD_BRAND_ACCESSOR
 
     // The twelve built-in brands, in catalogue order.
     [[nodiscard]] static const std::vector<CardBrandDetails>& DefaultCardBrands();

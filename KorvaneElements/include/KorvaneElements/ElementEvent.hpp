@@ -9,8 +9,7 @@
 #include <string>
 #include <vector>
 
-#include <nlohmann/json.hpp>
-
+#include "AnyCodable/Value.hpp"
 #include "platform/Result.hpp"
 
 namespace korvane::elements {
@@ -34,9 +33,9 @@ struct ElementEvent {
 
     // The encoded JSON text.
     [[nodiscard]] platform::Result<std::string, ConversionError> encode() const;
-    // The event as a JSON object, by encoding and parsing back; `invalidJSON` when a string is
-    // not valid UTF-8 or the result is not an object.
-    [[nodiscard]] platform::Result<nlohmann::ordered_json, ConversionError> toDictionary() const;
+    // The event as a JSON object with the keys of `encode`; `invalidJSON` when a string is not
+    // valid UTF-8, so that the object is exactly what encoding and parsing back would give.
+    [[nodiscard]] platform::Result<anycodable::Map, ConversionError> toDictionary() const;
 
     friend bool operator==(const ElementEvent&, const ElementEvent&) = default;
 };

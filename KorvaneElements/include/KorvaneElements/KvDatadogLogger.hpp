@@ -9,7 +9,7 @@
 //
 // Usage:
 //   korvane::elements::logger().log("CardNumberUITextField init", "info", std::nullopt,
-//                                    nlohmann::ordered_json{{"elementId", id}});
+//                                    anycodable::Map{{"elementId", id}});
 //
 // Thread safety: `log`, `send` and the attribute calls may come from any thread (API
 // completions log from their own queue); the map is guarded, and posting never blocks on the
@@ -22,7 +22,7 @@
 #include <string>
 #include <string_view>
 
-#include <nlohmann/json.hpp>
+#include "AnyCodable/Value.hpp"
 
 namespace korvane::elements {
 
@@ -33,21 +33,22 @@ public:
     KvDatadogLogger(const KvDatadogLogger&) = delete;
     KvDatadogLogger& operator=(const KvDatadogLogger&) = delete;
 
-    // Merges `attributes` (an object; anything else is ignored) into the map, stores the text
-    // under "message" (with ": " and `error` appended only at level "error") and `level` under
-    // "level", posts, and empties the map.
+    // Merges `attributes` into the map (a key already there keeps its place and takes the new
+    // value), stores the text under "message" (with ": " and `error` appended only at level
+    // "error") and `level` under "level", posts, and empties the map.
     void log(std::string_view message, std::string_view level, std::optional<std::string_view> error = std::nullopt,
-             const std::optional<nlohmann::ordered_json>& attributes = std::nullopt);
+             const anycodable::Map& attributes = {});
 
     // Posts the current map as it is. A map that cannot be written as JSON (a non-finite
-    // number, text that is not UTF-8) is dropped silently. Does not empty the map.
+    // number, text that is not UTF-8, a value with no JSON form) is dropped silently. Does not
+    // empty the map.
     void send();
 
     // Direct access to the next message's attributes, for callers that compose a message by
     // hand (the card brand catalogue does).
-    void setAttribute(const std::string& key, nlohmann::ordered_json value);
+    void setAttribute(std::string key, anycodable::Value value);
     void clearAttributes();
-    [[nodiscard]] nlohmann::ordered_json attrMap() const;
+    [[nodiscard]] anycodable::Map attrMap() const;
 
     [[nodiscard]] const std::string& clientToken() const { return clientToken_; }
     [[nodiscard]] std::string logURL() const;
@@ -57,7 +58,7 @@ private:
     void sendLocked();
 
     mutable std::mutex mutex_;
-    nlohmann::ordered_json attrMap_ = nlohmann::ordered_json::object();
+    anycodable::Map attrMap_;
     std::string clientToken_;
     std::string logURL_;
 };
