@@ -30,7 +30,7 @@ BEGIN {
     third["unicode/"] = "platform/src/ platform/view/src/"
     third["httplib.h"] = "platform/src/ apps/ tests/"
     third["boost/"] = "apps/browser/"
-    third["nlohmann/"] = "AnyCodable/src/ Korvane/src/ sandbox/src/ platform/testing/src/ apps/ tests/ bench/ fuzz/"
+    third["nlohmann/"] = "AnyCodable/src/ apps/ tests/ bench/ fuzz/"
 }
 function isOneOf(text, list,    n, parts, i) {
     n = split(list, parts, " ")
