@@ -297,6 +297,10 @@ Browser::Browser(BrowserOptions options) : impl_(std::make_unique<Impl>(options)
 
 Browser::~Browser() = default;
 
+void Browser::setTimeout(std::chrono::milliseconds timeout) {
+    impl_->options.timeout = timeout;
+}
+
 void Browser::navigate(const std::string& url) {
     impl_->events.clear();
     const json result = impl_->command("Page.navigate", {{"url", url}});

@@ -60,6 +60,9 @@ public:
     // (ArrowLeft, ArrowRight, ArrowUp, ArrowDown).
     void pressKey(const std::string& key);
 
+    // Replaces the longest time one step may take from now on.
+    void setTimeout(std::chrono::milliseconds timeout);
+
     // A PNG of the whole page, including what lies beyond the viewport.
     [[nodiscard]] std::string screenshot();
 
