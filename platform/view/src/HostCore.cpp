@@ -44,7 +44,8 @@ HostCore::HostCore(Body body, HostOptions options)
     : root(std::move(body)),
       queue(options.mainQueue ? std::move(options.mainQueue) : sharedMainQueue()),
       session(options.images),
-      loadsImages(options.loadImages) {}
+      loadsImages(options.loadImages),
+      aroundBuild(std::move(options.aroundBuild)) {}
 
 HostCore::~HostCore() {
     for (auto& [url, image] : images_) {
@@ -69,6 +70,15 @@ void HostCore::invalidate() {
 }
 
 void HostCore::build() {
+    if (building_) return;
+    if (aroundBuild) {
+        aroundBuild([this] { buildNow(); });
+    } else {
+        buildNow();
+    }
+}
+
+void HostCore::buildNow() {
     if (building_) return;
     building_ = true;
     pending = false;

@@ -61,6 +61,7 @@ public:
     std::shared_ptr<Executor> queue;
     HttpSession* session;
     const bool loadsImages;
+    const std::function<void(const std::function<void()>&)> aroundBuild;
     std::thread::id thread = std::this_thread::get_id();
     std::function<void(const Node&)> onRebuild;
     std::uint64_t generation = 0;
@@ -74,6 +75,7 @@ private:
         std::shared_ptr<DataTask> task;
     };
 
+    void buildNow();
     void dropStaleRecords();
     void runAppearances();
     void loadImages();
