@@ -62,21 +62,26 @@ public:
     BalanceViewModel& operator=(const BalanceViewModel&) = delete;
 
     // Published state, in declaration order.
-    platform::Published<BalanceScreenUiState> balanceScreenUiState{*this, BalanceScreenUiState::loading};
-    platform::Published<std::string> walletBalanceDisplayString{*this, "$0.00"};
-    platform::Published<std::optional<AlertViewUiModel>> alertViewUiModel{*this, std::nullopt};  // no source yet
-    platform::Published<bool> isDemoMode{*this, false};
-    platform::Published<std::optional<ReloadConfigurationUiModel>> appReloadConfigurationUiModel{*this, std::nullopt};
-    platform::Published<std::optional<ReloadConfigurationUiModel>> userReloadConfigurationUiModel{*this, std::nullopt};
-    platform::Published<AutoReloadUiModel> autoReloadUiModel{*this, AutoReloadDisabled{.reloadThreshold = 0}};
-    platform::Published<std::optional<TapToPayUiModel>> tapToPayUiModel{*this, std::nullopt};
-    platform::Published<std::vector<PaymentMethodUiModel>> paymentMethodUiModels{*this, {}};
-    platform::Published<std::vector<TransactionUiModel>> transactions{*this, {}};
-    platform::Published<std::optional<std::string>> cardArtUrl{*this, std::nullopt};
-    platform::Published<std::string> korvaneApiKey{*this, ""};
-    platform::Published<bool> showAddFundsSheet{*this, false};
-    platform::Published<bool> showAutoReloadScreen{*this, false};
-    platform::Published<std::optional<BalanceScreenState>> screenState{*this, std::nullopt};
+    platform::Published<BalanceScreenUiState> balanceScreenUiState{*this, BalanceScreenUiState::loading,
+                                                                   "balanceScreenUiState"};
+    platform::Published<std::string> walletBalanceDisplayString{*this, "$0.00", "walletBalanceDisplayString"};
+    platform::Published<std::optional<AlertViewUiModel>> alertViewUiModel{*this, std::nullopt,
+                                                                          "alertViewUiModel"};  // no source yet
+    platform::Published<bool> isDemoMode{*this, false, "isDemoMode"};
+    platform::Published<std::optional<ReloadConfigurationUiModel>> appReloadConfigurationUiModel{
+        *this, std::nullopt, "appReloadConfigurationUiModel"};
+    platform::Published<std::optional<ReloadConfigurationUiModel>> userReloadConfigurationUiModel{
+        *this, std::nullopt, "userReloadConfigurationUiModel"};
+    platform::Published<AutoReloadUiModel> autoReloadUiModel{*this, AutoReloadDisabled{.reloadThreshold = 0},
+                                                             "autoReloadUiModel"};
+    platform::Published<std::optional<TapToPayUiModel>> tapToPayUiModel{*this, std::nullopt, "tapToPayUiModel"};
+    platform::Published<std::vector<PaymentMethodUiModel>> paymentMethodUiModels{*this, {}, "paymentMethodUiModels"};
+    platform::Published<std::vector<TransactionUiModel>> transactions{*this, {}, "transactions"};
+    platform::Published<std::optional<std::string>> cardArtUrl{*this, std::nullopt, "cardArtUrl"};
+    platform::Published<std::string> korvaneApiKey{*this, "", "korvaneApiKey"};
+    platform::Published<bool> showAddFundsSheet{*this, false, "showAddFundsSheet"};
+    platform::Published<bool> showAutoReloadScreen{*this, false, "showAutoReloadScreen"};
+    platform::Published<std::optional<BalanceScreenState>> screenState{*this, std::nullopt, "screenState"};
 
     [[nodiscard]] const std::string& customerId() const { return customerId_; }
     [[nodiscard]] const std::string& merchantId() const { return merchantId_; }

@@ -10,13 +10,17 @@
 // Usage:
 //   class SheetViewModel : public platform::ObservableObject {
 //   public:
-//       platform::Published<bool> isCtaEnabled{*this, false};
+//       platform::Published<bool> isCtaEnabled{*this, false, "isCtaEnabled"};
 //   };
+//
+// The name, when given, is what the stop for a change from a wrong thread names (see
+// ObservableObject.hpp).
 //
 // Thread safety: none; a published property lives on the main queue.
 
 #include <functional>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 #include "platform/ObservableObject.hpp"
@@ -31,8 +35,11 @@ public:
     explicit Published(T initial = T{}) : state_(std::make_shared<State>(std::move(initial))) {}
 
     // Bound to `owner`: every change fires `owner.objectWillChange()` first.
-    explicit Published(ObservableObject& owner, T initial = T{}) : Published(std::move(initial)) {
-        state_->ownerWillChange = owner.willChange_;
+    // REQUIRES: `name` has static storage (a literal).
+    explicit Published(ObservableObject& owner, T initial = T{}, std::string_view name = "a published property")
+        : Published(std::move(initial)) {
+        state_->owner = owner.core_;
+        state_->name = name;
     }
 
     Published(const Published&) = delete;
@@ -70,14 +77,18 @@ private:
         // Static over a shared_ptr so that the state survives a subscriber that destroys the
         // property (or its owner) during the notification.
         static void set(const std::shared_ptr<State>& state, T newValue) {
-            if (auto owner = state->ownerWillChange.lock()) owner->send(Signal{});
+            if (auto owner = state->owner.lock()) {
+                internal::checkConfinement(*owner, state->name);
+                owner->willChange->send(Signal{});
+            }
             state->subscribers->send(newValue);
             state->value = std::move(newValue);
         }
 
         T value;
         std::shared_ptr<SubscriberList<T>> subscribers = SubscriberList<T>::make();
-        std::weak_ptr<SubscriberList<Signal>> ownerWillChange;
+        std::weak_ptr<internal::ObjectCore> owner;
+        std::string_view name;
     };
 
     std::shared_ptr<State> state_;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "ImagePhases.hpp"
+
 namespace platform::view {
 
 namespace {
@@ -117,8 +119,11 @@ Node UrlImage(std::string url) {
 }
 
 Node AsyncImage(std::string url, Node content, Node placeholder, double scale) {
+    // Inside a screen host the phase is the host's: it loads the image and rebuilds on arrival.
+    internal::ImagePhases* host = internal::currentImagePhases();
+    const LoadPhase phase = host != nullptr ? host->phaseFor(url) : LoadPhase::loading;
     return make(Kind::asyncImage,
-                AsyncImageProps{std::move(url), scale, LoadPhase::loading, std::move(content), std::move(placeholder)});
+                AsyncImageProps{std::move(url), scale, phase, std::move(content), std::move(placeholder)});
 }
 
 Node Button(Node label, std::function<void()> action) {

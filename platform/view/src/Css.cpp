@@ -90,6 +90,32 @@ Color firstColor(const Paint& paint) {
     return g.colors.empty() ? Color::clear() : g.colors.front();
 }
 
+std::string cssTransition(const Animation& animation) {
+    const char* curve = "ease";
+    switch (animation.curve) {
+        case Animation::Curve::standard:
+            curve = "ease";
+            break;
+        case Animation::Curve::linear:
+            curve = "linear";
+            break;
+        case Animation::Curve::easeIn:
+            curve = "ease-in";
+            break;
+        case Animation::Curve::easeOut:
+            curve = "ease-out";
+            break;
+        case Animation::Curve::easeInOut:
+            curve = "ease-in-out";
+            break;
+        // A spring settles like a curve that overshoots a little.
+        case Animation::Curve::spring:
+            curve = "cubic-bezier(0.5,1.5,0.5,1)";
+            break;
+    }
+    return "transition:all " + number(animation.duration) + "s " + curve + ";";
+}
+
 std::string cssFont(const Font& f) {
     std::string family;
     if (!f.family.empty()) {

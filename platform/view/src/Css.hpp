@@ -7,6 +7,7 @@
 
 #include "platform/view/Color.hpp"
 #include "platform/view/Font.hpp"
+#include "platform/view/Modifiers.hpp"
 #include "platform/view/Paint.hpp"
 
 namespace platform::view::internal {
@@ -18,6 +19,8 @@ void appendEscaped(std::string& out, std::string_view text);
 // The first colour of a paint, for places that take one colour only (strokes).
 [[nodiscard]] Color firstColor(const Paint& paint);
 [[nodiscard]] std::string cssFont(const Font& font);
+// "transition:all 0.5s ease-in-out;" for an animated change.
+[[nodiscard]] std::string cssTransition(const Animation& animation);
 // Inline SVG of a system symbol drawn with currentColor, or absent for unknown names.
 [[nodiscard]] std::optional<std::string_view> systemSymbolSvg(std::string_view name);
 

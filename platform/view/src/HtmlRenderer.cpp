@@ -96,6 +96,9 @@ std::string Renderer::identity(const NodeData& d) {
     attr(a, "aria-label", d.accessibilityLabel);
     attr(a, "data-view", d.viewType);
     if (d.transition) attr(a, "data-transition", d.transition->name);
+    std::string animates;
+    for (const AnimationTag& tag : d.animations) animates += (animates.empty() ? "" : " ") + tag.value;
+    attr(a, "data-animates", animates);
     return a;
 }
 
@@ -105,6 +108,7 @@ std::string Renderer::environment(const NodeData& d) {
     if (d.env.foreground) s += "color:" + css(*d.env.foreground) + ";";
     if (d.env.colorScheme) s += d.env.colorScheme == ColorScheme::dark ? "color-scheme:dark;" : "color-scheme:light;";
     if (d.env.disabled || !d.hitTesting) s += "pointer-events:none;";
+    if (!d.animations.empty()) s += internal::cssTransition(d.animations.back().animation);
     return s;
 }
 

@@ -53,12 +53,15 @@ void ViewRef::walk(const Query& query, const std::function<bool(const ViewRef&)>
     std::function<bool(ViewRef&)> visit = [&](ViewRef& at) -> bool {
         if (query.matches(at.node()) && !onMatch(at)) return false;
         bool go = true;
+        std::size_t index = 0;
         Node current = at.node();
         forEachShownChild(current, [&](const Node& child) {
             if (!go || child.isEmpty()) return;
             at.path_.push_back(child);
+            at.indices_.push_back(index++);
             go = visit(at);
             at.path_.pop_back();
+            at.indices_.pop_back();
         });
         return go;
     };
@@ -102,13 +105,55 @@ std::optional<ViewRef> ViewRef::parent() const {
     if (path_.size() < 2) return std::nullopt;
     ViewRef up = *this;
     up.path_.pop_back();
+    up.indices_.pop_back();
     return up;
+}
+
+std::vector<ViewRef> ViewRef::children() const {
+    std::vector<ViewRef> all;
+    forEachShownChild(node(), [&](const Node& child) {
+        if (child.isEmpty()) return;
+        ViewRef down = *this;
+        down.path_.push_back(child);
+        down.indices_.push_back(all.size());
+        all.push_back(std::move(down));
+    });
+    return all;
+}
+
+std::string ViewRef::path() const {
+    std::string text;
+    for (std::size_t index : indices_) {
+        if (!text.empty()) text += '/';
+        text += std::to_string(index);
+    }
+    return text;
+}
+
+std::optional<ViewRef> ViewRef::at(std::string_view path) const {
+    ViewRef cursor = *this;
+    while (!path.empty()) {
+        const std::size_t slash = path.find('/');
+        const std::string_view step = path.substr(0, slash);
+        path = slash == std::string_view::npos ? std::string_view{} : path.substr(slash + 1);
+        std::size_t index = 0;
+        if (step.empty() || step.size() > 9) return std::nullopt;
+        for (char c : step) {
+            if (c < '0' || c > '9') return std::nullopt;
+            index = index * 10 + static_cast<std::size_t>(c - '0');
+        }
+        auto below = cursor.children();
+        if (index >= below.size()) return std::nullopt;
+        cursor = std::move(below[index]);
+    }
+    return cursor;
 }
 
 ViewRef ViewRef::ancestor(const Query& query) const {
     ViewRef up = *this;
     while (up.path_.size() > 1) {
         up.path_.pop_back();
+        up.indices_.pop_back();
         if (query.matches(up.node())) return up;
     }
     throw InspectError("no node above matches " + query.description);

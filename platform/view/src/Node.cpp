@@ -285,6 +285,11 @@ Node& Node::accessibilityLabel(std::string label) {
     return *this;
 }
 
+Node& Node::id(std::string identity) {
+    mut().identity = std::move(identity);
+    return *this;
+}
+
 Node& Node::viewType(std::string name) {
     mut().viewType = std::move(name);
     return *this;

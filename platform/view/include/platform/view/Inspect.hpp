@@ -19,6 +19,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/view/NodeData.hpp"
@@ -64,6 +65,12 @@ public:
     [[nodiscard]] std::size_t count(const Query& query) const;
     [[nodiscard]] bool has(const Query& query) const { return count(query) > 0; }
     [[nodiscard]] std::optional<ViewRef> parent() const;
+    // The shown, non-empty children in drawing order (see `forEachShownChild`).
+    [[nodiscard]] std::vector<ViewRef> children() const;
+    // Where this node lies below the root the search started at: the indices of shown,
+    // non-empty children, "" for the root itself, "0/2/1" below. `at` is the inverse.
+    [[nodiscard]] std::string path() const;
+    [[nodiscard]] std::optional<ViewRef> at(std::string_view path) const;
     // The nearest node above this one that matches.
     [[nodiscard]] ViewRef ancestor(const Query& query) const;
 
@@ -103,7 +110,8 @@ public:
 
 private:
     void walk(const Query& query, const std::function<bool(const ViewRef&)>& onMatch) const;
-    std::vector<Node> path_;  // root first
+    std::vector<Node> path_;            // root first
+    std::vector<std::size_t> indices_;  // of each node after the root among its parent's children
 };
 
 [[nodiscard]] inline ViewRef inspect(Node root) {

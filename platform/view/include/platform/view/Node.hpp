@@ -130,6 +130,9 @@ public:
     Node& animation(const Animation& animation, std::string value);
     Node& transition(const TransitionTag& tag);
     Node& accessibilityIdentifier(std::string id);
+    // The node's identity among its siblings for a screen host (rows of a list keyed by their
+    // record's id), instead of its position.
+    Node& id(std::string identity);
     Node& accessibilityLabel(std::string label);
     // The component that produced this node ("ToviButton"), for inspection by type.
     Node& viewType(std::string name);

@@ -20,6 +20,7 @@ struct NodeData {
     Environment env{};
     std::string accessibilityId{};
     std::string accessibilityLabel{};
+    std::string identity{};
     Handlers on{};
     std::vector<AnimationTag> animations{};
     std::optional<TransitionTag> transition{};
