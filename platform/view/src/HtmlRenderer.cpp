@@ -275,7 +275,7 @@ void Renderer::content(const Node& n, std::string style, const std::string& attr
             const auto& t = *d.as<TextFieldProps>();
             std::string more = attrs;
             attr(more, "placeholder", t.placeholder);
-            attr(more, "value", t.text);
+            attr(more, "value", t.field ? t.field->drawnText({}) : t.text);
             if (t.field) {
                 // Where the caret is, so that a page that swaps the screen in can put it back.
                 const platform::TextRange caret = t.field->selectedTextRange();
