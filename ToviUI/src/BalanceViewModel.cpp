@@ -124,7 +124,7 @@ BalanceViewModel::BalanceViewModel(std::shared_ptr<ToviClient> client, std::stri
     : toviClient_(std::move(client)),
       customerId_(std::move(customerId)),
       merchantId_(std::move(merchantId)),
-      mainQueue_(platform::sharedMainQueue()),
+      mainQueue_(options.mainQueue ? options.mainQueue : platform::sharedMainQueue()),
       callExecutor_(options.callExecutor != nullptr ? *options.callExecutor : platform::backgroundPool()),
       paymentMethodUpdates_(options.paymentMethodUpdates != nullptr ? *options.paymentMethodUpdates
                                                                     : PaymentMethodUpdateManager::shared()) {}

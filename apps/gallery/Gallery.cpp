@@ -159,7 +159,9 @@ Node images() {
     return section("ToviImage", {VStack(std::move(rows), Alignment::leading, spacing::s)});
 }
 
-Node column(const std::string& title) {
+}  // namespace
+
+Node galleryColumn(const std::string& title) {
     return VStack({Text(title).font(ds().fonts.title.medium).foregroundColor(ds().colors.text.bold), palette(),
                    buttons(), actionViews(), alerts(), headers(), navigation(), errorAndFlip(), images()},
                   Alignment::leading, spacing::l)
@@ -169,8 +171,8 @@ Node column(const std::string& title) {
         .accessibilityIdentifier("column:" + title);
 }
 
-// A brand far from the default, and a serif face, so that every token that follows the theme
-// visibly changes and every one that must not stays put.
+namespace {
+
 ToviFonts serifFonts() {
     ToviFonts fonts;
     for (Font* f : {&fonts.title.large, &fonts.title.medium, &fonts.title.smallSemiBold, &fonts.title.smallMedium,
@@ -183,11 +185,15 @@ ToviFonts serifFonts() {
 
 }  // namespace
 
+void setCustomBrandTheme() {
+    ToviTheme::set(BrandColors(Color::hex("#C2410C"), Color::hex("#0F766E")), serifFonts());
+}
+
 std::string renderGalleryHtml() {
     ToviTheme::set();
-    Node defaultColumn = column("Default theme");
-    ToviTheme::set(BrandColors(Color::hex("#C2410C"), Color::hex("#0F766E")), serifFonts());
-    Node customColumn = column("Custom brand theme");
+    Node defaultColumn = galleryColumn("Default theme");
+    setCustomBrandTheme();
+    Node customColumn = galleryColumn("Custom brand theme");
     ToviTheme::set();
 
     Node page = HStack({std::move(defaultColumn), std::move(customColumn)}, Alignment::top, spacing::l)

@@ -9,8 +9,17 @@
 
 #include <string>
 
+#include "platform/view/Node.hpp"
+
 namespace tovi::gallery {
 
 [[nodiscard]] std::string renderGalleryHtml();
+
+// One column: every component in its states under the theme in force.
+[[nodiscard]] platform::view::Node galleryColumn(const std::string& title);
+
+// A brand far from the default, and a serif face, so that every token that follows the theme
+// visibly changes and every one that must not stays put.
+void setCustomBrandTheme();
 
 }  // namespace tovi::gallery

@@ -8,11 +8,13 @@
 
 #include <nlohmann/json.hpp>
 
+#include "HostActions.hpp"
 #include "ScreenCatalogue.hpp"
 #include "ToviUI/ToviAssets.hpp"
 #include "TreeJson.hpp"
 #include "platform/Console.hpp"
 #include "platform/Locale.hpp"
+#include "platform/MainQueue.hpp"
 #include "platform/testing/ManualMainQueue.hpp"
 #include "platform/view/HtmlRenderer.hpp"
 #include "platform/view/ScreenHost.hpp"
@@ -20,8 +22,6 @@
 namespace tovi::scenario {
 
 using Json = nlohmann::ordered_json;
-using platform::view::HostResult;
-using platform::view::HostTarget;
 using Outcome = std::expected<Json, std::string>;
 
 namespace {
@@ -35,11 +35,6 @@ std::optional<sandbox::SandboxOperation> operationNamed(std::string_view name) {
         if (sandbox::operationName(operation) == name) return operation;
     }
     return std::nullopt;
-}
-
-Outcome fromHost(const HostResult& result) {
-    if (!result) return std::unexpected(result.error().message);
-    return Json::object();
 }
 
 // A string member, or absent.
@@ -72,24 +67,6 @@ private:
 
     Outcome start(const Json& input);
     Outcome screens(const Json& input);
-    Outcome tap(const Json& input) {
-        return act(input, [&](const HostTarget& t) { return host_->tap(t); });
-    }
-    Outcome toggle(const Json& input) {
-        return act(input, [&](const HostTarget& t) { return host_->toggle(t); });
-    }
-    Outcome type(const Json& input);
-    Outcome paste(const Json& input);
-    Outcome deleteBackward(const Json& input);
-    Outcome select(const Json& input);
-    Outcome leave(const Json& input) {
-        return act(input, [&](const HostTarget& t) { return host_->leave(t); });
-    }
-    Outcome refresh(const Json& input) {
-        return act(input, [&](const HostTarget& t) { return host_->refresh(t); });
-    }
-    Outcome dismiss(const Json& input);
-    Outcome back(const Json& input);
     Outcome advance(const Json& input);
     Outcome idle(const Json& input);
     Outcome tree(const Json& input);
@@ -99,29 +76,12 @@ private:
 
     // Every command, once: the protocol on one screen.
     static constexpr std::array kCommands{
-        Command{"start", &Impl::start},
-        Command{"screens", &Impl::screens},
-        Command{"tap", &Impl::tap},
-        Command{"toggle", &Impl::toggle},
-        Command{"type", &Impl::type},
-        Command{"paste", &Impl::paste},
-        Command{"delete", &Impl::deleteBackward},
-        Command{"select", &Impl::select},
-        Command{"leave", &Impl::leave},
-        Command{"refresh", &Impl::refresh},
-        Command{"dismiss", &Impl::dismiss},
-        Command{"back", &Impl::back},
-        Command{"advance", &Impl::advance},
-        Command{"idle", &Impl::idle},
-        Command{"tree", &Impl::tree},
-        Command{"html", &Impl::html},
-        Command{"console", &Impl::console},
-        Command{"requests", &Impl::requests},
+        Command{"start", &Impl::start},     Command{"screens", &Impl::screens},   Command{"advance", &Impl::advance},
+        Command{"idle", &Impl::idle},       Command{"tree", &Impl::tree},         Command{"html", &Impl::html},
+        Command{"console", &Impl::console}, Command{"requests", &Impl::requests},
     };
 
     Outcome run(const Json& input);
-    Outcome act(const Json& input, const std::function<HostResult(const HostTarget&)>& action);
-    std::expected<HostTarget, std::string> target(const Json& input) const;
     std::optional<std::string> needScreen() const;
     std::optional<std::string> applySandbox(const Json& options);
 
@@ -165,26 +125,18 @@ Outcome ScenarioRunner::Impl::run(const Json& input) {
     for (const Command& command : kCommands) {
         if (command.name == *cmd) return (this->*command.run)(input);
     }
+    if (screens::isHostAction(*cmd)) {
+        if (auto missing = needScreen()) return std::unexpected(*missing);
+        auto done = screens::runHostAction(*host_, *cmd, input);
+        if (!done) return std::unexpected(done.error());
+        return Json::object();
+    }
     return std::unexpected("unknown command \"" + *cmd + "\"");
 }
 
 std::optional<std::string> ScenarioRunner::Impl::needScreen() const {
     if (!host_) return "no screen is running; send {\"cmd\":\"start\",\"screen\":...} first";
     return std::nullopt;
-}
-
-std::expected<HostTarget, std::string> ScenarioRunner::Impl::target(const Json& input) const {
-    if (auto id = text(input, "id")) return HostTarget::id(*id);
-    if (auto t = text(input, "text")) return HostTarget::text(*t);
-    if (auto path = text(input, "path")) return HostTarget::path(*path);
-    return std::unexpected("name the node with \"id\", \"text\" or \"path\" (a string)");
-}
-
-Outcome ScenarioRunner::Impl::act(const Json& input, const std::function<HostResult(const HostTarget&)>& action) {
-    if (auto missing = needScreen()) return std::unexpected(*missing);
-    auto t = target(input);
-    if (!t) return std::unexpected(t.error());
-    return fromHost(action(*t));
 }
 
 Outcome ScenarioRunner::Impl::start(const Json& input) {
@@ -202,7 +154,7 @@ Outcome ScenarioRunner::Impl::start(const Json& input) {
     main_->discardPending();
     platform::setCurrentLocale(locale);
     (void)platform::setCurrentTimeZone(zone);
-    environment_ = std::make_unique<screens::SandboxEnvironment>(main_.queue(), main_.queue());
+    environment_ = std::make_unique<screens::SandboxEnvironment>(platform::sharedMainQueue(), main_.queue());
     if (auto it = input.find("sandbox"); it != input.end()) {
         if (auto error = applySandbox(*it)) {
             environment_.reset();
@@ -247,43 +199,6 @@ Outcome ScenarioRunner::Impl::screens(const Json&) {
     return Json{{"screens", std::move(list)}};
 }
 
-Outcome ScenarioRunner::Impl::type(const Json& input) {
-    const auto keys = text(input, "keys");
-    if (!keys) return std::unexpected("missing \"keys\" (the text to type)");
-    return act(input, [&](const HostTarget& t) { return host_->type(t, *keys); });
-}
-
-Outcome ScenarioRunner::Impl::paste(const Json& input) {
-    const auto keys = text(input, "keys");
-    if (!keys) return std::unexpected("missing \"keys\" (the text to paste)");
-    return act(input, [&](const HostTarget& t) { return host_->paste(t, *keys); });
-}
-
-Outcome ScenarioRunner::Impl::deleteBackward(const Json& input) {
-    const auto times = input.contains("times") ? whole(input, "times", 1, 10'000) : std::optional<std::int64_t>(1);
-    if (!times) return std::unexpected("\"times\" must be a whole number from 1 to 10000");
-    return act(input, [&](const HostTarget& t) { return host_->deleteBackward(t, static_cast<std::size_t>(*times)); });
-}
-
-Outcome ScenarioRunner::Impl::select(const Json& input) {
-    const auto location = whole(input, "location", 0, 1'000'000);
-    const auto length =
-        input.contains("length") ? whole(input, "length", 0, 1'000'000) : std::optional<std::int64_t>(0);
-    if (!location || !length) return std::unexpected("\"location\" and \"length\" must be whole numbers from 0");
-    const platform::TextRange range{static_cast<std::size_t>(*location), static_cast<std::size_t>(*length)};
-    return act(input, [&](const HostTarget& t) { return host_->selectRange(t, range); });
-}
-
-Outcome ScenarioRunner::Impl::dismiss(const Json&) {
-    if (auto missing = needScreen()) return std::unexpected(*missing);
-    return fromHost(host_->dismissSheet());
-}
-
-Outcome ScenarioRunner::Impl::back(const Json&) {
-    if (auto missing = needScreen()) return std::unexpected(*missing);
-    return fromHost(host_->back());
-}
-
 Outcome ScenarioRunner::Impl::advance(const Json& input) {
     const auto ms = whole(input, "ms", 0, kMaxAdvanceMs);
     if (!ms) return std::unexpected("\"ms\" must be a whole number of milliseconds from 0 to one day");
@@ -297,7 +212,7 @@ Outcome ScenarioRunner::Impl::idle(const Json&) {
 
 Outcome ScenarioRunner::Impl::tree(const Json&) {
     if (auto missing = needScreen()) return std::unexpected(*missing);
-    return Json{{"tree", treeJson(platform::view::inspect(host_->tree()))}};
+    return Json{{"tree", screens::treeJson(platform::view::inspect(host_->tree()))}};
 }
 
 Outcome ScenarioRunner::Impl::html(const Json&) {

@@ -1,12 +1,17 @@
 #include "SandboxEnvironment.hpp"
 
+#include "KorvaneElements/KorvaneElements.hpp"
+
 namespace tovi::screens {
 
-SandboxEnvironment::SandboxEnvironment(platform::Executor& timers, platform::Executor& callExecutor,
+SandboxEnvironment::SandboxEnvironment(std::shared_ptr<platform::Executor> mainQueue, platform::Executor& callExecutor,
                                        std::shared_ptr<sandbox::SandboxVaultServer> vault)
-    : vault_(vault ? std::move(vault) : std::make_shared<sandbox::SandboxVaultServer>()),
-      wallet_(sandbox::SandboxToviClient::create(sandbox::SandboxOptions{.timers = &timers, .vault = vault_})),
-      callExecutor_(callExecutor) {}
+    : mainQueue_(std::move(mainQueue)),
+      vault_(vault ? std::move(vault) : std::make_shared<sandbox::SandboxVaultServer>()),
+      wallet_(sandbox::SandboxToviClient::create(sandbox::SandboxOptions{.timers = mainQueue_.get(), .vault = vault_})),
+      callExecutor_(callExecutor) {
+    korvane::elements::KorvaneElements::setBasePath(vault_->baseUrl());
+}
 
 SandboxEnvironment::~SandboxEnvironment() = default;
 

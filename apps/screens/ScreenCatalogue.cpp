@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "CardFieldsScreen.hpp"
+#include "PreviewScreens.hpp"
 #include "WalletStatesScreen.hpp"
 
 namespace tovi::screens {
@@ -11,6 +13,9 @@ namespace {
 
 constexpr std::array kScreens{
     ScreenEntry{"walletStates", "Wallet load: loading, error with retry, loaded", walletStatesScreen},
+    ScreenEntry{"cardFields", "Secure card fields, tokenized against the sandbox vault", cardFieldsScreen},
+    ScreenEntry{"components", "Every shared component in its states", componentsScreen},
+    ScreenEntry{"errorView", "The error view, with its retry counted", errorViewScreen},
 };
 
 }  // namespace

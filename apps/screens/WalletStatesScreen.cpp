@@ -15,9 +15,10 @@ Body walletStatesScreen(SandboxEnvironment& environment) {
     return [&environment](Scope& s) {
         auto viewModel = s.stateObject<BalanceViewModel>("viewModel", [&environment] {
             const auto& wallet = environment.wallet();
-            return BalanceViewModel::create(
-                wallet, wallet->customerId(), wallet->merchantId(),
-                {.callExecutor = &environment.callExecutor(), .paymentMethodUpdates = &environment.paymentMethods()});
+            return BalanceViewModel::create(wallet, wallet->customerId(), wallet->merchantId(),
+                                            {.callExecutor = &environment.callExecutor(),
+                                             .mainQueue = environment.mainQueue(),
+                                             .paymentMethodUpdates = &environment.paymentMethods()});
         });
         const auto& ds = ToviDesignSystem::shared();
         switch (viewModel->balanceScreenUiState.get()) {

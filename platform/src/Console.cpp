@@ -51,6 +51,11 @@ std::vector<std::string> ConsoleCapture::lines() const {
     return state_->lines;
 }
 
+std::vector<std::string> ConsoleCapture::take() {
+    std::lock_guard lock(consoleMutex());
+    return std::exchange(state_->lines, {});
+}
+
 void ConsoleCapture::clear() {
     std::lock_guard lock(consoleMutex());
     state_->lines.clear();

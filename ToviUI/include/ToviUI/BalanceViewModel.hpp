@@ -42,6 +42,9 @@ namespace tovi {
 struct BalanceViewModelOptions {
     // Where the load calls are started; the background pool when null.
     platform::Executor* callExecutor = nullptr;
+    // The queue this object lives on, where every completion returns; the shared main queue
+    // when null. A host that serves several screens from one thread passes a queue per screen.
+    std::shared_ptr<platform::Executor> mainQueue = nullptr;
     // The channel of newly added payment methods; the shared one when null.
     PaymentMethodUpdateManager* paymentMethodUpdates = nullptr;
 };

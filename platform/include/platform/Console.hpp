@@ -28,6 +28,9 @@ public:
     // A copy, so that it is safe to read while other threads still write.
     [[nodiscard]] std::vector<std::string> lines() const;
     void clear();
+    // The lines recorded so far, removed from the capture at once (none can slip between a read
+    // and a clear), for a reader that forwards them as they come.
+    [[nodiscard]] std::vector<std::string> take();
 
 private:
     std::shared_ptr<State> state_;

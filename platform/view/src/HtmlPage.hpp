@@ -16,11 +16,13 @@ public:
     Renderer(const HtmlOptions& options, std::string& out) : opt_(options), out_(out) {}
 
     void page(const Node& root);
+    // The root element alone.
+    void root(const Node& root);
 
 private:
     void openTag(const char* tag, const char* cls, const std::string& style, const std::string& attrs = {});
     static void attr(std::string& out, const char* name, const std::string& value);
-    static std::string identity(const NodeData& d);
+    std::string identity(const NodeData& d) const;
     static std::string environment(const NodeData& d);
     static std::string layerStyle(const Layer& layer, Ctx& ctx);
     void decoration(const Decoration& deco, bool behind, const Ctx& ctx);

@@ -7,6 +7,7 @@
 #include "Css.hpp"
 #include "HtmlPage.hpp"
 #include "Number.hpp"
+#include "platform/view/TextField.hpp"
 
 namespace platform::view {
 
@@ -49,7 +50,7 @@ constexpr const char* styleSheet =
 
 }  // namespace
 
-void Renderer::page(const Node& root) {
+void Renderer::page(const Node& tree) {
     out_ +=
         "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\"><meta name=\"viewport\" "
         "content=\"width=device-width,initial-scale=1\"><title>";
@@ -59,9 +60,19 @@ void Renderer::page(const Node& root) {
     out_ += "body{background:" + css(opt_.pageBackground) + "}";
     out_ += ".root{width:" + px(opt_.width) + ";min-height:" + px(opt_.height) + "}";
     out_ += ".scrim,.sheet{width:" + px(opt_.width) + "}.scrim{height:" + px(opt_.height) + "}";
-    out_ += "</style></head><body><div class=\"root\">\n";
-    node(root, Flow::column, Kind::vstack, Ctx{opt_.width, opt_.height, std::nullopt});
-    out_ += "\n</div></body></html>\n";
+    out_ += "</style>";
+    out_ += opt_.head;
+    out_ += "</head><body>";
+    out_ += opt_.bodyStart;
+    root(tree);
+    out_ += opt_.bodyEnd;
+    out_ += "</body></html>\n";
+}
+
+void Renderer::root(const Node& tree) {
+    out_ += "<div class=\"root\">\n";
+    node(tree, Flow::column, Kind::vstack, Ctx{opt_.width, opt_.height, std::nullopt});
+    out_ += "\n</div>";
 }
 
 void Renderer::openTag(const char* tag, const char* cls, const std::string& style, const std::string& attrs) {
@@ -90,8 +101,9 @@ void Renderer::attr(std::string& out, const char* name, const std::string& value
     out += '"';
 }
 
-std::string Renderer::identity(const NodeData& d) {
+std::string Renderer::identity(const NodeData& d) const {
     std::string a;
+    if (opt_.nodeName) attr(a, "data-node", opt_.nodeName(d));
     attr(a, "data-id", d.accessibilityId);
     attr(a, "aria-label", d.accessibilityLabel);
     attr(a, "data-view", d.viewType);
@@ -263,7 +275,13 @@ void Renderer::content(const Node& n, std::string style, const std::string& attr
             const auto& t = *d.as<TextFieldProps>();
             std::string more = attrs;
             attr(more, "placeholder", t.placeholder);
-            attr(more, "value", t.text);
+            attr(more, "value", t.field ? t.field->drawnText({}) : t.text);
+            if (t.field) {
+                // Where the caret is, so that a page that swaps the screen in can put it back.
+                const platform::TextRange caret = t.field->selectedTextRange();
+                attr(more, "data-caret", std::to_string(caret.location) + "," + std::to_string(caret.length));
+                if (t.field->isFirstResponder()) more += " data-focused";
+            }
             openTag("input", "tf", style, " type=\"text\"" + more);
             return;
         }
@@ -299,6 +317,12 @@ void Renderer::content(const Node& n, std::string style, const std::string& attr
     }
 }
 }  // namespace internal
+
+std::string renderHtmlRoot(const Node& root, const HtmlOptions& options) {
+    std::string out;
+    internal::Renderer(options, out).root(root);
+    return out;
+}
 
 std::string renderHtml(const Node& root, const HtmlOptions& options) {
     // A page is tens of kilobytes. Growing a fresh string to that size for every page cost more

@@ -74,6 +74,10 @@ void ScreenHost::flush() {
     if (core_->pending || core_->generation == 0) core_->build();
 }
 
+void ScreenHost::invalidate() {
+    core_->invalidate();
+}
+
 void ScreenHost::setOnRebuild(std::function<void(const Node&)> callback) {
     core_->onRebuild = std::move(callback);
 }

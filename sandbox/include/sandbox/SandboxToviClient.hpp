@@ -18,6 +18,7 @@
 //
 // Thread safety: every member may be called from any thread, concurrently.
 
+#include <atomic>
 #include <chrono>
 #include <cstddef>
 #include <memory>
@@ -77,7 +78,9 @@ public:
 
     [[nodiscard]] static std::shared_ptr<SandboxToviClient> create(Options options = {});
 
-    [[nodiscard]] bool isSandboxMode() const override { return true; }
+    // True unless switched off, so that a demo can show the wallet as a live host would.
+    [[nodiscard]] bool isSandboxMode() const override { return sandboxMode_.load(); }
+    void setSandboxMode(bool on) { sandboxMode_.store(on); }
     [[nodiscard]] std::shared_ptr<CustomerManager> customer() override;
     [[nodiscard]] std::shared_ptr<MerchantManager> merchant() override;
 
@@ -108,6 +111,7 @@ private:
     std::shared_ptr<internal::SandboxBackend> backend_;
     std::string customerId_;
     std::string merchantId_;
+    std::atomic<bool> sandboxMode_{true};
 };
 
 }  // namespace tovi::sandbox

@@ -23,6 +23,7 @@
 #include "platform/view/Color.hpp"
 #include "platform/view/Kinds.hpp"
 #include "platform/view/Node.hpp"
+#include "platform/view/NodeData.hpp"
 
 namespace platform::view {
 
@@ -35,8 +36,20 @@ struct HtmlOptions {
     // SVG text of an asset image (with a viewBox and without width and height attributes), or
     // absent when no bundle has it; absent assets are drawn as a dashed box.
     std::function<std::optional<std::string>(const ImageSource&)> assets;
+
+    // For pages that send events back: a name for a node, written as its `data-node`
+    // attribute when not empty (a host's node path, say).
+    std::function<std::string(const NodeData&)> nodeName;
+    // Trusted markup added to the page's head, and before and after the root in its body.
+    std::string head;
+    std::string bodyStart;
+    std::string bodyEnd;
 };
 
 [[nodiscard]] std::string renderHtml(const Node& root, const HtmlOptions& options = {});
+
+// Only the root element of the page `renderHtml` makes (without the document around it), for a
+// page that swaps its screen in place.
+[[nodiscard]] std::string renderHtmlRoot(const Node& root, const HtmlOptions& options = {});
 
 }  // namespace platform::view

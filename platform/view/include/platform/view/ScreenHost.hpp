@@ -99,6 +99,9 @@ public:
     [[nodiscard]] bool rebuildPending() const;
     // Builds now when a rebuild is pending (the posted one then finds nothing to do).
     void flush();
+    // Asks for a rebuild on a later turn, for a change the screen's state does not show (a new
+    // theme, say).
+    void invalidate();
     // Runs after every build with the new tree, on the host's thread.
     void setOnRebuild(std::function<void(const Node&)> callback);
 

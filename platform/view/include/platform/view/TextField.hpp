@@ -31,6 +31,10 @@
 
 #include "platform/view/NativeView.hpp"
 
+namespace platform::view::internal {
+class Renderer;
+}
+
 namespace platform {
 
 class TextField;
@@ -109,6 +113,16 @@ public:
 
     [[nodiscard]] const std::optional<std::string>& placeholder() const { return placeholder_; }
     void setPlaceholder(std::optional<std::string> placeholder) { placeholder_ = std::move(placeholder); }
+
+    // ---- Drawing ------------------------------------------------------------------------
+    // What the field shows on screen, for the renderer that draws it, as the phone's own text
+    // drawing sees every field's characters whatever `text()` answers. Only the view layer's
+    // renderer can make the key, so host code cannot read a secure field through it.
+    class DrawingKey {
+        DrawingKey() = default;
+        friend class view::internal::Renderer;
+    };
+    [[nodiscard]] std::string drawnText(DrawingKey /*key*/) const { return storedText(); }
 
     // ---- Keyboard input -----------------------------------------------------------------
     // A key press: replaces the selection with `text`. The delegate is asked first; the

@@ -9,8 +9,8 @@
 
 #include "platform/view/Inspect.hpp"
 
-namespace tovi::scenario {
+namespace tovi::screens {
 
 [[nodiscard]] nlohmann::ordered_json treeJson(const platform::view::ViewRef& node);
 
-}  // namespace tovi::scenario
+}  // namespace tovi::screens

@@ -7,7 +7,7 @@
 #include "platform/view/TextField.hpp"
 #include "platform/view/View.hpp"
 
-namespace tovi::scenario {
+namespace tovi::screens {
 
 using nlohmann::ordered_json;
 using namespace platform::view;
@@ -127,4 +127,4 @@ ordered_json treeJson(const ViewRef& ref) {
     return node;
 }
 
-}  // namespace tovi::scenario
+}  // namespace tovi::screens
