@@ -47,7 +47,7 @@ struct CaretAnchor {
 // delete key removes instead: the filled character before the separator (an empty range when
 // there is none). Absent when no separator precedes the caret.
 [[nodiscard]] std::optional<std::pair<std::size_t, std::size_t>> deletionBeforeSeparator(const ElementMask& mask,
-                                                                                        std::string_view masked,
-                                                                                        std::size_t caret);
+                                                                                         std::string_view masked,
+                                                                                         std::size_t caret);
 
 }  // namespace korvane::elements::internal

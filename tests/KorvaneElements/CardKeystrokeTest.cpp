@@ -45,9 +45,9 @@ struct CardKeystrokeTest : ::testing::Test {
             cvc->setConfig(CardVerificationCodeOptions{.enableCopy = true});
             field = cvc;
         } else {
-            field = kind == Field::number ? std::shared_ptr<TextElementUITextField>(
-                                                std::make_shared<CardNumberUITextField>())
-                                          : std::make_shared<CardExpirationDateUITextField>();
+            field = kind == Field::number
+                        ? std::shared_ptr<TextElementUITextField>(std::make_shared<CardNumberUITextField>())
+                        : std::make_shared<CardExpirationDateUITextField>();
             field->setConfig(TextElementOptions{.enableCopy = true});
         }
         std::string text;
@@ -109,90 +109,92 @@ struct CardKeystrokeTest : ::testing::Test {
 };
 
 TEST_F(CardKeystrokeTest, NumberText) {
-    texts(Field::number,
-          {
-              {"",
-               {{"4", "4"},
-                {"2", "42"},
-                {"4", "424"},
-                {"2", "4242"},
-                {"4", "4242 4"},
-                {"2", "4242 42"},
-                {"4", "4242 424"},
-                {"2", "4242 4242"},
-                {"4", "4242 4242 4"},
-                {"2", "4242 4242 42"},
-                {"4", "4242 4242 424"},
-                {"2", "4242 4242 4242"},
-                {"4", "4242 4242 4242 4"},
-                {"2", "4242 4242 4242 42"},
-                {"4", "4242 4242 4242 424"},
-                {"2", "4242 4242 4242 4242"},
-                {"4", "4242 4242 4242 42424"},
-                {"2", "4242 4242 4242 424242"},
-                {"4", "4242 4242 4242 4242424"},
-                {"2", "4242 4242 4242 4242424"}},
-               "a visa grows to 19 digits in groups of 4, 4, 4 and 7, then refuses more"},
-              {"",
-               {{"3", "3"},
-                {"7", "37"},
-                {"8", "378"},
-                {"2", "3782"},
-                {"8", "3782 8"},
-                {"2", "3782 82"},
-                {"2", "3782 822"},
-                {"4", "3782 8224"},
-                {"6", "3782 82246"},
-                {"3", "3782 822463"},
-                {"1", "3782 822463 1"},
-                {"0", "3782 822463 10"},
-                {"0", "3782 822463 100"},
-                {"0", "3782 822463 1000"},
-                {"5", "3782 822463 10005"},
-                {"1", "3782 822463 10005"}},
-               "american express groups 4, 6, 5 and holds 15"},
-              {"42|42 4242 4242 4242",
-               {{"1", "4214 2424 2424 24242"},
-                {"3", "4213 4242 4242 424242"},
-                {"5", "4213 5424 2424 2424242"},
-                {"7", "4213 5424 2424 2424242"},
-                {"⌫", "4213 4242 4242 424242"}},
-               "typed in the middle, each key lands where the last one did"},
-              {"4242| 4242 4242 4242",
-               {{"9", "4242 9424 2424 24242"}, {"⌫", "4242 4242 4242 4242"}, {"⌫", "4244 2424 2424 242"}},
-               "just before a separator"},
-              {"4242 |4242 4242 4242",
-               {{"⌫", "4244 2424 2424 242"}, {"9", "4249 4242 4242 4242"}},
-               "delete just after a separator takes the digit before it"},
-              {"|4242 4242 4242 4242", {{"⌫", "4242 4242 4242 4242"}, {"4", "4424 2424 2424 24242"}}, "at the start"},
-              {"4242 4|", {{"⌫", "4242 "}, {"⌫", "424"}}, "at the end; the delete after a separator takes the digit"},
-              {"4242 4242 4242 42|42424",
-               {{"1", "4242 4242 4242 4242424"},
-                {"paste:99", "4242 4242 4242 4242424"},
-                {"⌫", "4242 4242 4242 442424"},
-                {"1", "4242 4242 4242 4142424"}},
-               "a full field refuses keys and pastes; after a delete there is room for one"},
-              {"3782 82|2463 10005",
-               {{"1", "3782 822463 10005"}, {"⌫", "3782 824631 0005"}, {"2", "3782 822463 10005"}},
-               "a full american express"},
-              {"|4242 4242 4242 4242", {{"3", "4242 4242 4242 4242"}}, "a 3 would make it a 15-digit brand: no room"},
-              {"4242 |4242",
-               {{"paste:12-34", "4242 1234 4242"},
-                {"paste:9876543", "4242 1234 9876 5434242"},
-                {"paste:1", "4242 1234 9876 5434242"}},
-               "pastes into the middle; the digits go in, the rest is dropped"},
-              {"4242 4242 4242 42|42", {{"paste:987654", "4242 4242 4242 4298742"}}, "a paste takes only the room left"},
-              {"[4242] 4242 4242 4242", {{"paste:5555", "5555 4242 4242 4242"}}, "a paste replaces the selection"},
-              {"3782 [8]22463 10005", {{"9", "3782 922463 10005"}}, "typing over a selection of a full field"},
-              {"4242 4242|",
-               {{"a", "4242 4242"},
-                {"\xCC\x81", "4242 4242"},
-                {"4️⃣", "4242 4242"},
-                {"٤", "4242 4242"},
-                {"paste:1️⃣2️⃣", "4242 4242"},
-                {"paste:5\xCC\x81 6", "4242 4242 6"}},
-               "a letter, a combining mark, a keycap, another script's digit: none is a digit 0-9"},
-          });
+    texts(
+        Field::number,
+        {
+            {"",
+             {{"4", "4"},
+              {"2", "42"},
+              {"4", "424"},
+              {"2", "4242"},
+              {"4", "4242 4"},
+              {"2", "4242 42"},
+              {"4", "4242 424"},
+              {"2", "4242 4242"},
+              {"4", "4242 4242 4"},
+              {"2", "4242 4242 42"},
+              {"4", "4242 4242 424"},
+              {"2", "4242 4242 4242"},
+              {"4", "4242 4242 4242 4"},
+              {"2", "4242 4242 4242 42"},
+              {"4", "4242 4242 4242 424"},
+              {"2", "4242 4242 4242 4242"},
+              {"4", "4242 4242 4242 42424"},
+              {"2", "4242 4242 4242 424242"},
+              {"4", "4242 4242 4242 4242424"},
+              {"2", "4242 4242 4242 4242424"}},
+             "a visa grows to 19 digits in groups of 4, 4, 4 and 7, then refuses more"},
+            {"",
+             {{"3", "3"},
+              {"7", "37"},
+              {"8", "378"},
+              {"2", "3782"},
+              {"8", "3782 8"},
+              {"2", "3782 82"},
+              {"2", "3782 822"},
+              {"4", "3782 8224"},
+              {"6", "3782 82246"},
+              {"3", "3782 822463"},
+              {"1", "3782 822463 1"},
+              {"0", "3782 822463 10"},
+              {"0", "3782 822463 100"},
+              {"0", "3782 822463 1000"},
+              {"5", "3782 822463 10005"},
+              {"1", "3782 822463 10005"}},
+             "american express groups 4, 6, 5 and holds 15"},
+            {"42|42 4242 4242 4242",
+             {{"1", "4214 2424 2424 24242"},
+              {"3", "4213 4242 4242 424242"},
+              {"5", "4213 5424 2424 2424242"},
+              {"7", "4213 5424 2424 2424242"},
+              {"⌫", "4213 4242 4242 424242"}},
+             "typed in the middle, each key lands where the last one did"},
+            {"4242| 4242 4242 4242",
+             {{"9", "4242 9424 2424 24242"}, {"⌫", "4242 4242 4242 4242"}, {"⌫", "4244 2424 2424 242"}},
+             "just before a separator"},
+            {"4242 |4242 4242 4242",
+             {{"⌫", "4244 2424 2424 242"}, {"9", "4249 4242 4242 4242"}},
+             "delete just after a separator takes the digit before it"},
+            {"|4242 4242 4242 4242", {{"⌫", "4242 4242 4242 4242"}, {"4", "4424 2424 2424 24242"}}, "at the start"},
+            {"4242 4|", {{"⌫", "4242 "}, {"⌫", "424"}}, "at the end; the delete after a separator takes the digit"},
+            {"4242 4242 4242 42|42424",
+             {{"1", "4242 4242 4242 4242424"},
+              {"paste:99", "4242 4242 4242 4242424"},
+              {"⌫", "4242 4242 4242 442424"},
+              {"1", "4242 4242 4242 4142424"}},
+             "a full field refuses keys and pastes; after a delete there is room for one"},
+            {"3782 82|2463 10005",
+             {{"1", "3782 822463 10005"}, {"⌫", "3782 824631 0005"}, {"2", "3782 822463 10005"}},
+             "a full american express"},
+            {"3782 |822463 1000", {{"⌫", "3788 224631 000"}, {"2", "3782 822463 1000"}}, "amex after a separator"},
+            {"|4242 4242 4242 4242", {{"3", "4242 4242 4242 4242"}}, "a 3 would make it a 15-digit brand: no room"},
+            {"4242 |4242",
+             {{"paste:12-34", "4242 1234 4242"},
+              {"paste:9876543", "4242 1234 9876 5434242"},
+              {"paste:1", "4242 1234 9876 5434242"}},
+             "pastes into the middle; the digits go in, the rest is dropped"},
+            {"4242 4242 4242 42|42", {{"paste:987654", "4242 4242 4242 4298742"}}, "a paste takes only the room left"},
+            {"[4242] 4242 4242 4242", {{"paste:5555", "5555 4242 4242 4242"}}, "a paste replaces the selection"},
+            {"3782 [8]22463 10005", {{"9", "3782 922463 10005"}}, "typing over a selection of a full field"},
+            {"4242 4242|",
+             {{"a", "4242 4242"},
+              {"\xCC\x81", "4242 4242"},
+              {"4️⃣", "4242 4242"},
+              {"٤", "4242 4242"},
+              {"paste:1️⃣2️⃣", "4242 4242"},
+              {"paste:5\xCC\x81 6", "4242 4242 6"}},
+             "a letter, a combining mark, a keycap, another script's digit: none is a digit 0-9"},
+        });
 }
 
 TEST_F(CardKeystrokeTest, NumberCaret) {
@@ -207,6 +209,7 @@ TEST_F(CardKeystrokeTest, NumberCaret) {
                {"4242 4242 4242 4242|", {{"4", "4242 4242 4242 42424"}}, "the end stays the end"},
                {"4242 |4242", {{"paste:1234", "4242 1234"}}, "after a paste"},
                {"3782 822463| 10005", {{"⌫", "3782 82246"}, {"3", "3782 822463"}}, "american express"},
+               {"3782 |822463 1000", {{"⌫", "378"}, {"2", "3782"}}, "amex after a separator"},
                {"4242 4242 4242 42|42424", {{"1", "4242 4242 4242 42"}}, "a refused key leaves the caret"},
            });
 }
@@ -238,32 +241,29 @@ TEST_F(CardKeystrokeTest, ExpiryText) {
 }
 
 TEST_F(CardKeystrokeTest, ExpiryCaret) {
-    carets(Field::expiry,
-           {
-               {"1|2/25", {{"0", "1"}, {"⌫", "0"}}, "the leading 0 comes before the caret"},
-               {"|1", {{"5", "05"}}, "after the 5 typed, behind its 0"},
-               {"|0", {{"paste:962", "09/6"}}, "after the pasted digits that went in"},
-               {"12/|25", {{"⌫", "1"}}, "after the month digit left"},
-               {"12|/2", {{"0", "12/0"}}, "after the slash the mask added"},
-               {"", {{"5", "05"}, {"3", "05/3"}}, "the end stays the end"},
-               {"1|", {{"3", "1"}}, "a refused month"},
-           });
+    carets(Field::expiry, {
+                              {"1|2/25", {{"0", "1"}, {"⌫", "0"}}, "the leading 0 comes before the caret"},
+                              {"|1", {{"5", "05"}}, "after the 5 typed, behind its 0"},
+                              {"|0", {{"paste:962", "09/6"}}, "after the pasted digits that went in"},
+                              {"12/|25", {{"⌫", "1"}}, "after the month digit left"},
+                              {"12|/2", {{"0", "12/0"}}, "after the slash the mask added"},
+                              {"", {{"5", "05"}, {"3", "05/3"}}, "the end stays the end"},
+                              {"1|", {{"3", "1"}}, "a refused month"},
+                          });
 }
 
 TEST_F(CardKeystrokeTest, CodeTextAndCaret) {
-    texts(Field::cvc,
-          {
-              {"", {{"1", "1"}, {"2", "12"}, {"3", "123"}, {"4", "1234"}, {"5", "1234"}}, "four digits"},
-              {"12|34", {{"⌫", "134"}, {"9", "1934"}}, "in the middle"},
-              {"|123", {{"9", "9123"}, {"8", "9123"}}, "at the start, until full"},
-              {"1|4", {{"paste:2345", "1234"}}, "a paste takes the room left"},
-              {"12|3", {{"٤", "123"}, {"\xCC\x81", "123"}}, "no digit 0-9"},
-          });
-    carets(Field::cvc,
-           {
-               {"12|34", {{"⌫", "1"}, {"9", "19"}}, "in the middle"},
-               {"|123", {{"9", "9"}, {"8", "9"}}, "at the start"},
-           });
+    texts(Field::cvc, {
+                          {"", {{"1", "1"}, {"2", "12"}, {"3", "123"}, {"4", "1234"}, {"5", "1234"}}, "four digits"},
+                          {"12|34", {{"⌫", "134"}, {"9", "1934"}}, "in the middle"},
+                          {"|123", {{"9", "9123"}, {"8", "9123"}}, "at the start, until full"},
+                          {"1|4", {{"paste:2345", "1234"}}, "a paste takes the room left"},
+                          {"12|3", {{"٤", "123"}, {"\xCC\x81", "123"}}, "no digit 0-9"},
+                      });
+    carets(Field::cvc, {
+                           {"12|34", {{"⌫", "1"}, {"9", "19"}}, "in the middle"},
+                           {"|123", {{"9", "9"}, {"8", "9"}}, "at the start"},
+                       });
 }
 
 // A key or paste the mask takes nothing of leaves everything as it was.
