@@ -6,6 +6,10 @@
 // field's mask update. Target: at most 50 us per keystroke; read the "keystroke" counter (time
 // per key) or items_per_second.
 //
+// BM_EditMiddle deletes and retypes one digit in the middle of a complete visa number in the
+// same linked set-up: each edit regroups the digits behind the caret and places the caret after
+// the same digit. Target: as for a keystroke; read the "edit" counter.
+//
 // BM_DetectBrand runs brand detection over a mix of prefixes and lengths that reach every kind
 // of identifier: single prefixes, ranges, long six- and eight-digit ones, and no match.
 
@@ -75,6 +79,30 @@ void BM_TypeCardNumber(benchmark::State& state) {
         static_cast<double>(telemetry.transport->taskCount()) / static_cast<double>(state.iterations() * keys);
 }
 BENCHMARK(BM_TypeCardNumber)->Unit(benchmark::kMicrosecond);
+
+void BM_EditMiddle(benchmark::State& state) {
+    DroppedTelemetry telemetry;
+    auto number = std::make_shared<CardNumberUITextField>();
+    auto cvc = std::make_shared<CardVerificationCodeUITextField>();
+    cvc->setConfig(CardVerificationCodeOptions{.cardNumberUITextField = number});
+    platform::TextFieldDriver user(*number);
+    user.type(kCardNumber);
+    constexpr std::size_t kMiddle = 7;  // after "4242 42"
+    for (auto _ : state) {
+        user.placeCaret(kMiddle);
+        user.deleteBackward();
+        user.type("2");
+    }
+    if (!number->metadata().complete || number->selectedTextRange().location != kMiddle) {
+        state.SkipWithError("the retyped number did not end complete with the caret after the digit");
+    }
+    user.leave();
+    constexpr std::int64_t kEdits = 2;
+    state.SetItemsProcessed(state.iterations() * kEdits);
+    state.counters["edit"] = benchmark::Counter(
+        static_cast<double>(kEdits), benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+BENCHMARK(BM_EditMiddle)->Unit(benchmark::kMicrosecond);
 
 void BM_DetectBrand(benchmark::State& state) {
     DroppedTelemetry telemetry;

@@ -1,6 +1,9 @@
 #include "KorvaneElements/CardBrand.hpp"
 
 #include <algorithm>
+#include <optional>
+#include <string>
+#include <utility>
 
 #include "ElementText.hpp"
 #include "KorvaneElements/KvDatadogLogger.hpp"
@@ -26,9 +29,22 @@ std::vector<CardBrandDetails>& currentCatalogue() {
     return catalogue;
 }
 
+// The last text detected and its results: one keystroke in a number field asks about the same
+// text up to three times (whether the key fits, the change handling, the event). Like the
+// catalogue, used from the main thread only; forgotten when the catalogue changes.
+std::optional<std::pair<std::string, CardBrandResults>>& lastDetection() {
+    static std::optional<std::pair<std::string, CardBrandResults>> last;
+    return last;
+}
+
 // Digits of `value` as the phone counts the characters of its decimal text (a sign counts).
+// Counted without building the text: detection runs this for every identifier on every key.
 std::size_t decimalWidth(std::int64_t value) {
-    return std::to_string(value).size();
+    std::size_t width = value < 0 ? 2 : 1;
+    for (; value <= -10 || value >= 10; value /= 10) {
+        ++width;
+    }
+    return width;
 }
 
 // One identifier against `text`: the prefix length it matched with, or nothing.
@@ -133,6 +149,7 @@ const std::vector<CardBrandDetails>& CardBrand::CardBrands() {
 
 void CardBrand::addCardBrands(std::vector<CardBrandDetails> cardBrands) {
     currentCatalogue() = std::move(cardBrands);
+    lastDetection().reset();
     KvDatadogLogger& log = logger();
     for (const auto& brand : currentCatalogue()) {
         log.setAttribute("message", "Added custom card brand " + brand.cardBrandName);
@@ -146,6 +163,10 @@ CardBrandResults CardBrand::getCardBrand(std::optional<std::string_view> text) {
     CardBrandResults results;
     if (!text || text->empty()) {
         return results;
+    }
+    auto& last = lastDetection();
+    if (last && last->first == *text) {
+        return last->second;
     }
     const std::vector<std::string_view> characters = internal::characters(*text);
     std::size_t bestLength = 0;
@@ -164,6 +185,7 @@ CardBrandResults CardBrand::getCardBrand(std::optional<std::string_view> text) {
             }
         }
     }
+    last.emplace(std::string(*text), results);
     return results;
 }
 

@@ -79,6 +79,34 @@ std::string resolve(const std::shared_ptr<ElementValueReference>& reference) {
     return reference->valueMethod()();
 }
 
+// What the month rules make of a typed value: a first digit above 1 cannot begin a two-digit
+// month, so it gets a leading 0 ("5" is "05"); a second digit above 2 after a 1 is no month, so
+// the text goes back to "1" ("13" and "1345" are "1"). Absent when neither applies. A character
+// that counts as a number without a whole value ("½") is no month digit; it is left to the
+// mask.
+std::optional<std::string> monthRewrite(const std::string& value) {
+    if (value.empty()) {
+        return std::nullopt;
+    }
+    const auto characters = internal::characters(value);
+    const std::string first(characters.front());
+    if (!platform::isNumber(first)) {
+        return std::nullopt;
+    }
+    const std::optional<std::int64_t> firstValue = platform::wholeNumberValue(first);
+    if (firstValue && *firstValue > 1) {
+        return "0" + value;
+    }
+    if (firstValue == 1 && characters.size() > 1) {
+        const std::string second(characters[1]);
+        const auto secondValue = platform::wholeNumberValue(second);
+        if (platform::isNumber(second) && secondValue && *secondValue > 2) {
+            return "1";
+        }
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 const ElementMask& CardExpirationDateUITextField::expiryMask() {
@@ -106,28 +134,14 @@ void CardExpirationDateUITextField::setConfig(const std::optional<TextElementOpt
     TextElementUITextField::setConfig(TextElementOptions::copyOnly(options->enableCopy, options->copyIconColor));
 }
 
+std::string CardExpirationDateUITextField::rewrittenText(std::string text) const {
+    auto rewritten = monthRewrite(applyTransform(text));
+    return rewritten ? std::move(*rewritten) : text;
+}
+
 void CardExpirationDateUITextField::textFieldDidChange() {
-    const std::string value = applyTransform(fieldText());
-    if (!value.empty()) {
-        const auto characters = internal::characters(value);
-        const std::string first(characters.front());
-        if (platform::isNumber(first)) {
-            // A character that counts as a number without a whole value ("½") is no month
-            // digit; it is left to the mask.
-            const std::optional<std::int64_t> firstValue = platform::wholeNumberValue(first);
-            if (firstValue && *firstValue > 1) {
-                assignText("0" + value);
-            }
-            const std::string again = applyTransform(fieldText());
-            const auto againCharacters = internal::characters(again);
-            if (againCharacters.size() > 1 && firstValue == 1) {
-                const std::string second(againCharacters[1]);
-                const auto secondValue = platform::wholeNumberValue(second);
-                if (platform::isNumber(second) && secondValue && *secondValue > 2) {
-                    assignText("1");
-                }
-            }
-        }
+    if (auto rewritten = monthRewrite(applyTransform(fieldText()))) {
+        assignText(std::move(*rewritten));  // mask, validation and a nested change handling run
     }
     TextElementUITextField::textFieldDidChange();
 }

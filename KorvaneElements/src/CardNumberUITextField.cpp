@@ -101,6 +101,18 @@ void CardNumberUITextField::detect(std::string_view value) {
     }
 }
 
+std::optional<ElementMask> CardNumberUITextField::maskForText(std::string_view text) const {
+    const std::string value = applyTransform(text);
+    if (value.empty() || !internal::parseInt64(value)) {
+        return std::nullopt;
+    }
+    CardBrandResults results = CardBrand::getCardBrand(value);
+    if (!results.bestMatchCardBrand) {
+        return std::nullopt;
+    }
+    return std::move(results.bestMatchCardBrand->cardNumberMaskInput);
+}
+
 void CardNumberUITextField::textFieldDidChange() {
     const std::string value = applyTransform(fieldText());
     // A 19-digit number above the integer maximum lands here too and clears the brand.

@@ -7,6 +7,7 @@
 #include "KorvaneElements/ElementValueReference.hpp"
 #include "KorvaneElements/KorvaneUIViewController.hpp"
 #include "KorvaneElements/KvDatadogLogger.hpp"
+#include "MaskEditing.hpp"
 #include "platform/Fatal.hpp"
 #include "platform/MainQueue.hpp"
 #include "platform/Pasteboard.hpp"
@@ -32,7 +33,7 @@ TextElementUITextField::~TextElementUITextField() {
 void TextElementUITextField::setupElement() {
     setSmartDashesType(platform::SmartDashesType::no);
     // The actions live as long as the field that owns them, so capturing `this` is safe.
-    addAction(platform::ControlEvent::editingChanged, [this](platform::TextField&) { textFieldDidChange(); });
+    addAction(platform::ControlEvent::editingChanged, [this](platform::TextField&) { handleUserEdit(); });
     addAction(platform::ControlEvent::editingDidBegin, [this](platform::TextField&) { editingStarted(); });
     addAction(platform::ControlEvent::editingDidEnd, [this](platform::TextField&) { editingEnded(); });
     subject_.send(
@@ -131,7 +132,7 @@ void TextElementUITextField::updateCompletenessFromSetter(std::optional<std::str
 
 void TextElementUITextField::writeText(std::optional<std::string> text) {
     if (auto mask = inputMask()) {
-        TextField::writeText(applyMask(*mask, text));
+        writeMasked(*mask, text.value_or(""));
     } else {
         TextField::writeText(text);
     }
@@ -139,9 +140,64 @@ void TextElementUITextField::writeText(std::optional<std::string> text) {
     textFieldDidChange();
 }
 
+void TextElementUITextField::writeMasked(const ElementMask& mask, std::string_view text) {
+    if (handlingUserEdit_ && !caretAnchor_) {
+        // The text as the user's edit left it, before any formatting.
+        const std::string edited = storedText();
+        const std::size_t caret = platform::utf8Offset(edited, selectedTextRange().location).value_or(edited.size());
+        caretAnchor_ = std::make_unique<internal::CaretAnchor>(internal::anchorCaret(mask, edited, caret));
+    }
+    std::string masked = applyMask(mask, text);
+    if (!caretAnchor_) {
+        TextField::writeText(std::move(masked));
+        return;
+    }
+    const std::size_t caret = internal::followCaret(*caretAnchor_, mask, masked);
+    const std::size_t position = platform::utf16Length(std::string_view(masked).substr(0, caret));
+    TextField::writeText(std::move(masked));
+    setSelectedTextRange(platform::TextRange{position, 0});
+}
+
+void TextElementUITextField::handleUserEdit() {
+    struct Handling {
+        TextElementUITextField& field;
+        explicit Handling(TextElementUITextField& f) : field(f) { field.handlingUserEdit_ = true; }
+        ~Handling() {
+            field.handlingUserEdit_ = false;
+            field.caretAnchor_.reset();
+        }
+    } handling(*this);
+    textFieldDidChange();
+}
+
+std::string TextElementUITextField::admitted(const ElementMask& mask, std::string_view text) const {
+    const std::string current = storedText();
+    const platform::TextRange selection = selectedTextRange();
+    const std::size_t from = platform::utf8Offset(current, selection.location).value_or(current.size());
+    const std::size_t to = platform::utf8Offset(current, selection.end()).value_or(current.size());
+    std::string taken = internal::admittedInsertion(mask, current, from, to, text);
+    // What the element then makes of the text may take more room (the expiry's leading 0) or
+    // leave less (a brand with shorter numbers): the last characters go until nothing is cut
+    // off. A mask with more room is not taken up, as a paste is cut to the mask in force.
+    const std::string_view whole = current;
+    while (!taken.empty()) {
+        const std::string edited =
+            rewrittenText(std::string(whole.substr(0, from)).append(taken).append(whole.substr(to)));
+        if (internal::fitsMask(maskForText(edited).value_or(mask), edited)) {
+            break;
+        }
+        taken.resize(taken.size() - internal::characters(taken).back().size());
+    }
+    return taken;
+}
+
 void TextElementUITextField::insertTextHook(std::string_view text) {
     if (auto mask = inputMask()) {
-        TextField::insertTextHook(applyMask(*mask, text));
+        const std::string taken = admitted(*mask, text);
+        if (taken.empty()) {
+            return;  // refused: no change, so no change handling and no event either
+        }
+        TextField::insertTextHook(taken);
     } else {
         TextField::insertTextHook(text);
     }
@@ -149,8 +205,33 @@ void TextElementUITextField::insertTextHook(std::string_view text) {
     updateCompletenessFromSetter(text);
 }
 
+void TextElementUITextField::pasteHook(std::string_view text) {
+    if (auto mask = inputMask()) {
+        const std::string taken = admitted(*mask, text);
+        if (!taken.empty()) {
+            TextField::pasteHook(taken);
+        }
+    } else {
+        TextField::pasteHook(text);
+    }
+}
+
 void TextElementUITextField::deleteBackwardHook() {
     backspacePressed_ = true;
+    const platform::TextRange selection = selectedTextRange();
+    if (auto mask = inputMask(); mask && selection.empty()) {
+        const std::string current = storedText();
+        const std::size_t caret = platform::utf8Offset(current, selection.location).value_or(current.size());
+        if (auto bytes = internal::deletionBeforeSeparator(*mask, current, caret)) {
+            if (bytes->first == bytes->second) {
+                return;  // nothing but separators before the caret
+            }
+            const std::string_view whole = current;
+            setSelectedTextRange(
+                platform::TextRange{platform::utf16Length(whole.substr(0, bytes->first)),
+                                    platform::utf16Length(whole.substr(bytes->first, bytes->second - bytes->first))});
+        }
+    }
     TextField::deleteBackwardHook();
 }
 
@@ -164,7 +245,7 @@ void TextElementUITextField::textFieldDidChange() {
     if (mask) {
         // The stored text is never absent here (the field stores "" for nothing), so the
         // "backspace on an absent text" case cannot arise and the text is always re-masked.
-        TextField::writeText(applyMask(*mask, storedText()));
+        writeMasked(*mask, storedText());
         maskSatisfied = internal::characterCount(storedText()) == mask->size();
     }
     const std::string value = applyTransform(storedText());

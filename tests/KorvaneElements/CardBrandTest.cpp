@@ -85,14 +85,16 @@ TEST(CardBrandMasks, GapsAndCodeLengths) {
 TEST(CardBrandCatalogue, AddCardBrandsReplacesTheWholeCatalogueAndLogsEach) {
     CatalogueGuard guard;
     elements_test::TelemetryCapture telemetry;
-    CardBrandDetails acme("acme", {std::int64_t{99}, std::string("skipped"), std::vector<std::int64_t>{1, 2, 3}},
-                          CardBrand::cvcMask3(), {4}, {8});
+    CardBrandDetails acme(
+        "acme", {std::int64_t{99}, std::string("skipped"), std::vector<std::int64_t>{1, 2, 3}, std::int64_t{-55}},
+        CardBrand::cvcMask3(), {4}, {8});
     CardBrandDetails twice("twice", {std::int64_t{7}, std::vector<std::int64_t>{70, 79}, std::int64_t{99}},
                            CardBrand::cvcMask3(), {}, {4});
     CardBrand::addCardBrands({acme, twice});
     EXPECT_EQ(best(CardBrand::getCardBrand("4242")), "-") << "the built-in brands are gone";
     EXPECT_EQ(best(CardBrand::getCardBrand("9912")), "acme") << "on a tie the brand listed first";
     EXPECT_EQ(best(CardBrand::getCardBrand("1")), "-") << "a three-integer array is no range";
+    EXPECT_EQ(best(CardBrand::getCardBrand("-5512")), "acme") << "a negative identifier's width counts its sign";
     const auto r = CardBrand::getCardBrand("7123");
     EXPECT_EQ(names(r.matchingCardBrands), (std::vector<std::string>{"twice", "twice"})) << "one per identifier";
     EXPECT_TRUE(r.maskSatisfied) << "computed again when the longer identifier became best";
@@ -101,7 +103,7 @@ TEST(CardBrandCatalogue, AddCardBrandsReplacesTheWholeCatalogueAndLogsEach) {
                                         R"({"message":"Added custom card brand twice","level":"info"})"}));
 
     CardBrand::addCardBrands({});
-    EXPECT_TRUE(CardBrand::getCardBrand("4").matchingCardBrands.empty());
+    EXPECT_TRUE(CardBrand::getCardBrand("7123").matchingCardBrands.empty()) << "the text asked last, asked again";
 }
 
 TEST(CardBrandDeathTest, EmptyValidLengthsStop) {

@@ -29,33 +29,6 @@ struct ExpiryTest : ::testing::Test {
     std::shared_ptr<CardExpirationDateUITextField> expiry;
 };
 
-TEST_F(ExpiryTest, KeystrokeTables) {
-    struct Sequence {
-        std::vector<std::pair<const char*, const char*>> steps;  // key, text after it
-        const char* why;
-    };
-    const Sequence sequences[] = {
-        {{{"5", "05"}, {"1", "05/1"}, {"2", "05/12"}}, "a first digit above 1 is a month with a leading 0"},
-        {{{"1", "1"}, {"3", "1"}, {"2", "12"}, {"2", "12/2"}, {"5", "12/25"}, {"9", "12/25"}},
-         "13 is refused, the slash comes with the third digit, the mask ends at five"},
-        {{{"0", "0"}, {"0", "00"}, {"4", "00/4"}}, "month 00 is not refused"},
-        {{{"x", ""}, {"/", ""}, {"1", "1"}}, "letters and a leading slash are dropped"},
-    };
-    for (const auto& sequence : sequences) {
-        expiry->setText("");
-        platform::TextFieldDriver user(*expiry);
-        for (auto [key, text] : sequence.steps) {
-            user.type(key);
-            EXPECT_EQ(shown(), text) << sequence.why << " (key " << key << ")";
-        }
-    }
-}
-
-TEST_F(ExpiryTest, PastedLongMonthBecomesOne) {
-    platform::TextFieldDriver(*expiry).paste("1345");
-    EXPECT_EQ(shown(), "1");
-}
-
 TEST_F(ExpiryTest, DateTestAgainstTheClock) {
     struct Case {
         int year;
@@ -113,15 +86,6 @@ TEST_F(ExpiryTest, SetValueFromMonthAndYearReferences) {
     EXPECT_EQ(log.types(), (std::vector<std::string>{"textChange"}));
     expiry->setValue(nullptr, nullptr);
     EXPECT_EQ(shown(), "00/");
-}
-
-TEST_F(ExpiryTest, KeycapDigitsPassTheMaskButNeverADate) {
-    // Each keycap is one character holding an ASCII digit, so the mask keeps it; the date test
-    // and the formatted reference then refuse it instead of stopping.
-    platform::TextFieldDriver(*expiry).paste("1️⃣2️⃣/3️⃣0️⃣");
-    EXPECT_EQ(shown(), "1️⃣2️⃣/3️⃣0️⃣");
-    EXPECT_FALSE(expiry->metadata().valid);
-    EXPECT_FALSE(expiry->format("yyyy-MM")->valueMethod());
 }
 
 TEST(ExpiryDeathTest, YearWithoutSlashStops) {

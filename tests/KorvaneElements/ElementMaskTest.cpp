@@ -39,9 +39,13 @@ TEST(ApplyMask, Cases) {
         {{digit(), digit()},
          "4\xCC\x81"
          "2",
-         "4\xCC\x81"
          "2",
-         "a digit with a combining mark is one character"},
+         "a digit with a combining mark is one character, and no digit"},
+        {{digit(), digit()},
+         "4\xEF\xB8\x8F\xE2\x83\xA3"
+         "5",
+         "5",
+         "a keycap is no digit either"},
         {{}, "123", "", "the empty mask takes nothing"},
         {{compileElementRegex("[A-Z]"), compileElementRegex("a|b")},
          "xQzb",

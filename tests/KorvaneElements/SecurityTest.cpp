@@ -127,16 +127,4 @@ TEST(ElementNonAsciiDigits, PastedIntoEachCardField) {
     }
 }
 
-TEST(ElementNonAsciiDigits, DigitsWithMarksNeverReachAnIntegerReading) {
-    // A digit with a combining mark is one character that contains an ASCII digit: the mask
-    // keeps it, and detection, Luhn and the brand simply find nothing.
-    LinkedCard card;
-    platform::TextFieldDriver(*card.number)
-        .paste(
-            "4\xCC\x81"
-            "242 4242 4242 4242");
-    EXPECT_EQ(card.number->cardMetadata().cardBrand, "unknown");
-    EXPECT_FALSE(card.number->metadata().valid);
-}
-
 }  // namespace

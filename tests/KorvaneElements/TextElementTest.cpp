@@ -170,36 +170,6 @@ TEST_F(TextElementTest, MirrorShowsTheSourceAndNeverTakesFocus) {
     EXPECT_EQ(mirror->text(), std::nullopt);
 }
 
-TEST_F(TextElementTest, BackspaceIsRecordedAndDeletingFromTheMiddleRemasks) {
-    auto expiryLike = std::make_shared<TextElementUITextField>();
-    const RegexRef& d = CardBrand::digitMaskRegex();
-    expiryLike->setConfig(TextElementOptions{.mask = ElementMask{d, d, std::string("/"), d, d}});
-    platform::TextFieldDriver user(*expiryLike);
-    user.type("1230");
-    ASSERT_EQ(shown(*expiryLike), "12/30");
-    user.placeCaret(2);
-    user.deleteBackward();
-    EXPECT_TRUE(expiryLike->backspacePressed());
-    // "1/30" re-masked: the "/" reaches a digit position and is dropped.
-    EXPECT_EQ(shown(*expiryLike), "13/0");
-}
-
-// Caret placement after the element rewrites the text.
-TEST_F(TextElementTest, CaretGoesToTheEndWhenTheMaskRewrites) {
-    auto element = std::make_shared<TextElementUITextField>();
-    const RegexRef& d = CardBrand::digitMaskRegex();
-    element->setConfig(TextElementOptions{.mask = ElementMask{d, d, std::string("/"), d, d}});
-    platform::TextFieldDriver user(*element);
-    user.type("12");
-    EXPECT_EQ(element->selectedTextRange(), (platform::TextRange{2, 0}));
-    user.type("3");
-    EXPECT_EQ(element->selectedTextRange(), (platform::TextRange{4, 0})) << "after the inserted slash";
-    user.placeCaret(1);
-    user.type("9");
-    EXPECT_EQ(shown(*element), "19/23");
-    EXPECT_EQ(element->selectedTextRange(), (platform::TextRange{5, 0}));
-}
-
 TEST_F(TextElementTest, CopyIconCopiesTheRawTextAndResetsAfterOneSecond) {
     auto element = std::make_shared<TextElementUITextField>();
     const auto tint = platform::view::Color::rgb(0, 0, 1);

@@ -53,6 +53,7 @@ protected:
     [[nodiscard]] std::optional<ElementMask> inputMask() const override { return expiryMask(); }
     void setInputMask(std::optional<ElementMask>) override {}
     [[nodiscard]] Validation validation() const override;
+    [[nodiscard]] std::string rewrittenText(std::string text) const override;
     void textFieldDidChange() override;
 
 private:

@@ -52,6 +52,7 @@ protected:
     void setInputTransform(std::optional<ElementTransform>) override {}
     [[nodiscard]] Validation validation() const override;
     [[nodiscard]] EventHook getElementEvent() override;
+    [[nodiscard]] std::optional<ElementMask> maskForText(std::string_view text) const override;
     void textFieldDidChange() override;
 
 private:

@@ -42,7 +42,8 @@ using ElementMask = std::vector<MaskElement>;
 // position, literals are written only while input remains, and input left over when the mask
 // ends is discarded. Characters are user-perceived characters (a letter with its combining
 // marks is one). An expression position accepts a character when the expression finds a match
-// anywhere in it.
+// anywhere in it, except a digit position ("[0-9]"), which accepts a character only when the
+// whole of it is one ASCII digit: "7" with a keycap mark is refused.
 // REQUIRES: `isValidMask(mask)`.
 [[nodiscard]] std::string applyMask(const ElementMask& mask, std::optional<std::string_view> text);
 

@@ -43,6 +43,9 @@
 namespace korvane::elements {
 
 class ElementValueReference;
+namespace internal {
+struct CaretAnchor;
+}
 
 class TextElementUITextField : public platform::TextField, public ElementProtocol, public ElementReferenceProtocol {
 public:
@@ -104,6 +107,13 @@ protected:
     [[nodiscard]] virtual Validation validation() const;
     // Empty when the event is not rewritten.
     [[nodiscard]] virtual EventHook getElementEvent() { return {}; }
+    // What the change handling will make of `text` before masking it (the expiry's leading 0).
+    [[nodiscard]] virtual std::string rewrittenText(std::string text) const { return text; }
+    // The mask the element will apply to `text`, when that is not the mask in force (the
+    // number's follows the brand the text shows); absent otherwise.
+    [[nodiscard]] virtual std::optional<ElementMask> maskForText(std::string_view /*text*/) const {
+        return std::nullopt;
+    }
     // Runs after every change of the field text (the editing-changed control event).
     virtual void textFieldDidChange();
 
@@ -128,7 +138,11 @@ protected:
     // ---- platform::TextField hooks -------------------------------------------------------
     [[nodiscard]] std::optional<std::string> readText() const override { return std::nullopt; }
     void writeText(std::optional<std::string> text) override;
+    // With a mask, a key or paste adds only the characters the mask takes, and only as many as
+    // it has free positions for; one that adds nothing leaves the element exactly as it was.
     void insertTextHook(std::string_view text) override;
+    void pasteHook(std::string_view text) override;
+    // After a separator the mask wrote, deletes the typed character before it.
     void deleteBackwardHook() override;
     [[nodiscard]] bool canBecomeFirstResponder() const override { return !readOnly_; }
     [[nodiscard]] bool acceptsDelegate(const platform::TextFieldDelegate* delegate) const override;
@@ -139,6 +153,13 @@ private:
     void editingEnded();
     // The validation's part of the setter and of insertion.
     void updateCompletenessFromSetter(std::optional<std::string_view> unmaskedValue);
+    // The characters of `text` the mask lets into the selection (see insertTextHook).
+    [[nodiscard]] std::string admitted(const ElementMask& mask, std::string_view text) const;
+    // Writes `text` masked. While a user's edit is handled the caret stays after the typed
+    // character it followed before the formatting; otherwise it goes to the end.
+    void writeMasked(const ElementMask& mask, std::string_view text);
+    // Runs the change handling of a user's edit (the editing-changed control event).
+    void handleUserEdit();
 
     std::string elementId_;
     std::optional<bool> isComplete_;
@@ -155,6 +176,9 @@ private:
     std::shared_ptr<platform::NativeImageView> copyIconImageView_ = std::make_shared<platform::NativeImageView>();
     platform::PassthroughSubject<ElementEvent> subject_;
     ElementMetadata metadata_;
+    bool handlingUserEdit_ = false;
+    // Set at the first masked write of a user's edit; kept until its handling ends.
+    std::unique_ptr<internal::CaretAnchor> caretAnchor_;
     // Points at this element until it is destroyed; shared with callbacks that may outlive it.
     std::shared_ptr<TextElementUITextField*> self_ = std::make_shared<TextElementUITextField*>(this);
 };

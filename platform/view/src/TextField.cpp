@@ -74,7 +74,11 @@ void TextField::paste() {
     if (!clip) {
         return;
     }
-    userEdit([&] { replaceAsUser(selection_, utf8ToUtf16(*clip)); });
+    userEdit([&] { pasteHook(*clip); });
+}
+
+void TextField::pasteHook(std::string_view text) {
+    replaceAsUser(selection_, utf8ToUtf16(text));
 }
 
 bool TextField::replaceAsUser(TextRange range, std::u16string_view replacement) {

@@ -196,6 +196,8 @@ protected:
     virtual void writeText(std::optional<std::string> text);
     virtual void insertTextHook(std::string_view text);
     virtual void deleteBackwardHook();
+    // The paste command with the pasteboard's string.
+    virtual void pasteHook(std::string_view text);
     [[nodiscard]] virtual bool canBecomeFirstResponder() const { return true; }
     // `delegate` is null when the caller clears it.
     [[nodiscard]] virtual bool acceptsDelegate(const TextFieldDelegate* /*delegate*/) const { return true; }
