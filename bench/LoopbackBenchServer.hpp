@@ -16,8 +16,10 @@ inline constexpr const char* kTokenBody =
 
 inline platform::testing::LoopbackServer& loopbackServer() {
     static auto* instance = [] {
-        auto* s = new platform::testing::LoopbackServer(
-            platform::testing::LoopbackServer::Options{.threads = 64, .keepRequests = 0});
+        platform::testing::LoopbackServer::Options options;
+        options.threads = 64;
+        options.keepRequests = 0;
+        auto* s = new platform::testing::LoopbackServer(std::move(options));
         auto answer = [](const platform::testing::LoopbackRequest&) {
             return platform::testing::respond(200, kTokenBody, {{"Content-Type", "application/json"}});
         };

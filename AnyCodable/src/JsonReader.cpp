@@ -1,17 +1,11 @@
 #include "AnyCodable/JsonReader.hpp"
 
 #include <cmath>
-#include <memory>
-#include <unordered_map>
 
 #include <nlohmann/json.hpp>
 
 namespace anycodable {
 namespace {
-
-// Objects larger than this get a hash index for the duplicate-key check, so that a hostile
-// object with a million keys costs linear time.
-constexpr std::size_t kIndexThreshold = 32;
 
 class Builder {
 public:
@@ -67,7 +61,6 @@ private:
         Array array;
         Map map;
         std::string key;
-        std::unique_ptr<std::unordered_map<std::string, std::size_t>> index;
     };
 
     bool open(bool object) {
@@ -95,21 +88,9 @@ private:
             top.array.push_back(std::move(value));
             return true;
         }
-        if (top.map.size() < kIndexThreshold) {
-            top.map.set(std::move(top.key), std::move(value));
-            return true;
-        }
-        if (!top.index) {
-            top.index = std::make_unique<std::unordered_map<std::string, std::size_t>>();
-            std::size_t i = 0;
-            for (const auto& entry : top.map) top.index->emplace(entry.first, i++);
-        }
-        auto [it, inserted] = top.index->emplace(top.key, top.map.size());
-        if (inserted) {
-            top.map.appendUnchecked(std::move(top.key), std::move(value));
-        } else {
-            (top.map.begin() + static_cast<std::ptrdiff_t>(it->second))->second = std::move(value);
-        }
+        // A repeated key keeps its first position and takes the last value. The map's own
+        // index keeps a hostile object with a million keys linear.
+        top.map.set(std::move(top.key), std::move(value));
         return true;
     }
 

@@ -1,55 +1,106 @@
 #include "AnyCodable/Value.hpp"
 
+#include <bit>
 #include <functional>
 #include <type_traits>
 
 namespace anycodable {
 
+namespace {
+
+std::size_t hashKey(std::string_view key) {
+    return std::hash<std::string_view>{}(key);
+}
+
+}  // namespace
+
 Map::Map(std::initializer_list<Entry> entries) {
-    entries_.reserve(entries.size());
+    reserve(entries.size());
     for (const auto& [key, value] : entries) insert(key, value);
 }
 
-const Value* Map::find(std::string_view key) const {
-    for (const auto& entry : entries_) {
-        if (entry.first == key) return &entry.second;
+std::size_t Map::positionOf(std::string_view key) const {
+    if (slots_.empty()) {
+        for (std::size_t i = 0; i < entries_.size(); ++i) {
+            if (entries_[i].first == key) return i;
+        }
+        return kAbsent;
     }
-    return nullptr;
+    const std::size_t mask = slots_.size() - 1;
+    for (std::size_t slot = hashKey(key) & mask;; slot = (slot + 1) & mask) {
+        const std::uint32_t held = slots_[slot];
+        if (held == 0) return kAbsent;
+        if (entries_[held - 1].first == key) return held - 1;
+    }
+}
+
+void Map::rebuildIndex(std::size_t slotCount) {
+    slots_.assign(slotCount, 0);
+    const std::size_t mask = slotCount - 1;
+    for (std::size_t i = 0; i < entries_.size(); ++i) {
+        std::size_t slot = hashKey(entries_[i].first) & mask;
+        while (slots_[slot] != 0) slot = (slot + 1) & mask;
+        slots_[slot] = static_cast<std::uint32_t>(i + 1);
+    }
+}
+
+void Map::append(std::string key, Value value) {
+    entries_.emplace_back(std::move(key), std::move(value));
+    const std::size_t count = entries_.size();
+    if (count <= kLinearLimit) return;
+    if (count * 2 > slots_.size()) {
+        rebuildIndex(std::bit_ceil(count * 4));
+        return;
+    }
+    const std::size_t mask = slots_.size() - 1;
+    std::size_t slot = hashKey(entries_.back().first) & mask;
+    while (slots_[slot] != 0) slot = (slot + 1) & mask;
+    slots_[slot] = static_cast<std::uint32_t>(count);
+}
+
+void Map::reserve(std::size_t n) {
+    entries_.reserve(n);
+}
+
+const Value* Map::find(std::string_view key) const {
+    const std::size_t at = positionOf(key);
+    return at == kAbsent ? nullptr : &entries_[at].second;
 }
 
 Value* Map::find(std::string_view key) {
-    for (auto& entry : entries_) {
-        if (entry.first == key) return &entry.second;
-    }
-    return nullptr;
+    const std::size_t at = positionOf(key);
+    return at == kAbsent ? nullptr : &entries_[at].second;
 }
 
 bool Map::insert(std::string key, Value value) {
-    if (find(key)) return false;
-    entries_.emplace_back(std::move(key), std::move(value));
+    if (positionOf(key) != kAbsent) return false;
+    append(std::move(key), std::move(value));
     return true;
 }
 
 void Map::set(std::string key, Value value) {
-    if (Value* existing = find(key)) {
-        *existing = std::move(value);
+    if (const std::size_t at = positionOf(key); at != kAbsent) {
+        entries_[at].second = std::move(value);
         return;
     }
-    entries_.emplace_back(std::move(key), std::move(value));
+    append(std::move(key), std::move(value));
 }
 
 bool Map::erase(std::string_view key) {
-    for (auto it = entries_.begin(); it != entries_.end(); ++it) {
-        if (it->first == key) {
-            entries_.erase(it);
-            return true;
-        }
+    const std::size_t at = positionOf(key);
+    if (at == kAbsent) return false;
+    entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(at));
+    // Every later position moved; the index is rebuilt (or dropped once the map is small).
+    if (entries_.size() <= kLinearLimit) {
+        slots_ = {};
+    } else {
+        rebuildIndex(slots_.size());
     }
-    return false;
+    return true;
 }
 
 void Map::appendUnchecked(std::string key, Value value) {
-    entries_.emplace_back(std::move(key), std::move(value));
+    append(std::move(key), std::move(value));
 }
 
 namespace {

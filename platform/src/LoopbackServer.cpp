@@ -2,6 +2,8 @@
 
 #include <httplib.h>
 
+#include "LoopbackWorkers.hpp"
+
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -13,6 +15,7 @@
 #include <shared_mutex>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 
 namespace platform::testing {
 
@@ -86,6 +89,29 @@ std::vector<std::pair<std::string, std::string>> parseQuery(std::string_view que
     return items;
 }
 
+// The library listens with a backlog of 5, fixed when it was built: a burst of new connections
+// overflows it, and the kernel drops their SYNs, which clients send again only after 1 s, then
+// 3 s more; some of those it answers with SYN cookies instead and, finding no room to accept
+// them, resets them (2 resets and 137 answers past 1 s in one 50-connection soak). Listening
+// again on the bound socket raises the backlog.
+class WideBacklogServer final : public httplib::Server {
+public:
+    void widenBacklog() { ::listen(svr_sock_, SOMAXCONN); }
+};
+
+// What the library did on this worker thread for the request being served: whether it was
+// counted in flight (routing started) and whether a handler of ours answered it. The library
+// serves one request at a time per thread, from parsing through the logger.
+struct RequestState {
+    bool counted = false;
+    bool answered = false;
+};
+thread_local RequestState tRequest;
+
+// A body that is too large is still read (and dropped) up to this much further, so that a
+// client still sending gets the 413 rather than a reset connection.
+constexpr std::size_t kDrainBytes = 16u << 20;
+
 bool matches(const std::string& pattern, const std::string& path) {
     if (!pattern.empty() && pattern.back() == '*')
         return path.starts_with(std::string_view(pattern).substr(0, pattern.size() - 1));
@@ -96,36 +122,58 @@ bool matches(const std::string& pattern, const std::string& path) {
 
 class LoopbackServer::Impl {
 public:
-    explicit Impl(Options options) : keepRequests_(options.keepRequests) {
-        const std::size_t threads = options.threads;
-        server_.new_task_queue = [threads] { return new httplib::ThreadPool(threads); };
+    explicit Impl(Options options)
+        : keepRequests_(options.keepRequests),
+          maxBodyBytes_(options.maxBodyBytes),
+          refusal_(std::move(options.refusal)) {
+        const std::size_t kept = options.threads;
+        const std::size_t most = std::max(options.maxThreads, options.threads);
+        server_.new_task_queue = [kept, most] {
+            return new loopback_internal::LoopbackWorkers(kept, most, std::chrono::seconds(10));
+        };
         server_.set_tcp_nodelay(true);
         server_.set_keep_alive_max_count(1'000'000);
-        auto dispatch = [this](const httplib::Request& request, httplib::Response& response) {
-            handle(request, response);
+        server_.set_keep_alive_timeout(std::max<std::chrono::seconds::rep>(options.idleTimeout.count(), 1));
+        server_.set_read_timeout(options.readTimeout);
+        server_.set_write_timeout(options.writeTimeout);
+        server_.set_payload_max_length(maxBodyBytes_);
+        auto withoutBody = [this](const httplib::Request& request, httplib::Response& response) {
+            handle(request, {}, response);
         };
+        auto withBody = [this](const httplib::Request& request, httplib::Response& response,
+                               const httplib::ContentReader& reader) { readAndHandle(request, response, reader); };
         // A request counts as in flight from routing until its response has been written (the
         // logger runs after the write), so that stop() lets answers cut short go out first.
         server_.set_pre_routing_handler([this](const httplib::Request&, httplib::Response&) {
             std::lock_guard lock(stopMutex_);
             ++inFlight_;
+            tRequest.counted = true;
             return httplib::Server::HandlerResponse::Unhandled;
         });
+        server_.set_error_handler(
+            httplib::Server::HandlerWithResponse([this](const httplib::Request&, httplib::Response& response) {
+                if (tRequest.answered || !refusal_) return httplib::Server::HandlerResponse::Unhandled;
+                refuse(response, response.status);
+                return httplib::Server::HandlerResponse::Handled;
+            }));
         server_.set_logger([this](const httplib::Request&, const httplib::Response&) {
+            const bool counted = std::exchange(tRequest, RequestState{}).counted;
+            if (!counted) return;
             {
                 std::lock_guard lock(stopMutex_);
                 --inFlight_;
             }
             stopWake_.notify_all();
         });
-        server_.Get(".*", dispatch);
-        server_.Post(".*", dispatch);
-        server_.Put(".*", dispatch);
-        server_.Patch(".*", dispatch);
-        server_.Delete(".*", dispatch);
-        server_.Options(".*", dispatch);
+        server_.Get(".*", withoutBody);
+        server_.Options(".*", withoutBody);
+        server_.Post(".*", withBody);
+        server_.Put(".*", withBody);
+        server_.Patch(".*", withBody);
+        server_.Delete(".*", withBody);
         port_ = server_.bind_to_any_port("127.0.0.1");
         if (port_ <= 0) throw std::runtime_error("loopback server: cannot bind 127.0.0.1");
+        server_.widenBacklog();
         thread_ = std::thread([this] { server_.listen_after_bind(); });
         while (!server_.is_running()) std::this_thread::yield();
     }
@@ -185,40 +233,43 @@ private:
         return nullptr;
     }
 
-    void handle(const httplib::Request& request, httplib::Response& response) {
-        LoopbackRequest recorded;
-        recorded.method = request.method;
-        recorded.path = request.path;
-        if (const auto q = request.target.find('?'); q != std::string::npos) {
-            recorded.rawQuery = request.target.substr(q + 1);
-            recorded.query = parseQuery(recorded.rawQuery);
-        }
-        for (const auto& [name, value] : request.headers) recorded.headers.add(name, value);
-        recorded.body = request.body;
-        {
-            std::lock_guard lock(recordMutex_);
-            ++receivedCount_;
-            if (keepRequests_ > 0) {
-                if (received_.size() == keepRequests_) received_.pop_front();
-                received_.push_back(recorded);
-            }
-        }
-
-        const auto handler = find(recorded.method, recorded.path);
-        if (!handler) {
-            response.status = 404;
+    // Reads a body, keeping at most `maxBodyBytes_` of it, then answers.
+    void readAndHandle(const httplib::Request& request, httplib::Response& response,
+                       const httplib::ContentReader& reader) {
+        std::string body;
+        std::size_t seen = 0;
+        const bool multipart = request.is_multipart_form_data();
+        auto receive = [&](const char* data, std::size_t length) {
+            seen += length;
+            if (seen > maxBodyBytes_) return seen - maxBodyBytes_ <= kDrainBytes;
+            if (!multipart) body.append(data, length);
+            return true;
+        };
+        const bool complete =
+            multipart ? reader([](const httplib::MultipartFormData&) { return true; }, receive) : reader(receive);
+        // The library itself answers 413 to a declared length over the limit, having read it.
+        if (seen > maxBodyBytes_ || response.status == 413) {
+            tRequest.answered = true;
+            refuse(response, 413);
+            if (!complete) response.set_header("Connection", "close");
             return;
         }
-        auto answer = handler(recorded);
-        if (answer.delay.count() > 0) {
-            std::unique_lock lock(stopMutex_);
-            if (stopWake_.wait_for(lock, answer.delay, [this] { return stopping_; })) {
-                // Cut short by stop(): close the connection rather than leave it waiting.
-                response.status = 503;
-                response.set_header("Connection", "close");
-                return;
-            }
+        if (!complete) {
+            tRequest.answered = true;
+            refuse(response, 400);
+            response.set_header("Connection", "close");
+            return;
         }
+        handle(request, std::move(body), response);
+    }
+
+    void refuse(httplib::Response& response, int status) const {
+        response.status = status;
+        if (!refusal_) return;
+        write(refusal_(status), response);
+    }
+
+    static void write(LoopbackResponse answer, httplib::Response& response) {
         response.status = answer.status;
         for (const auto& [name, value] : answer.headers) {
             if (equalsIgnoringCase(name, "Content-Type") || equalsIgnoringCase(name, "Content-Length")) continue;
@@ -237,7 +288,46 @@ private:
         }
     }
 
-    httplib::Server server_;
+    void handle(const httplib::Request& request, std::string body, httplib::Response& response) {
+        tRequest.answered = true;
+        LoopbackRequest recorded;
+        recorded.method = request.method;
+        recorded.path = request.path;
+        if (const auto q = request.target.find('?'); q != std::string::npos) {
+            recorded.rawQuery = request.target.substr(q + 1);
+            recorded.query = parseQuery(recorded.rawQuery);
+        }
+        for (const auto& [name, value] : request.headers) recorded.headers.add(name, value);
+        recorded.body = std::move(body);
+        {
+            std::lock_guard lock(recordMutex_);
+            ++receivedCount_;
+            if (keepRequests_ > 0) {
+                if (received_.size() == keepRequests_) received_.pop_front();
+                received_.push_back(recorded);
+            }
+        }
+
+        const auto handler = find(recorded.method, recorded.path);
+        if (!handler) {
+            refuse(response, 404);
+            return;
+        }
+        auto answer = handler(recorded);
+        if (answer.delay.count() > 0) {
+            std::unique_lock lock(stopMutex_);
+            if (stopWake_.wait_for(lock, answer.delay, [this] { return stopping_; })) {
+                // Cut short by stop(): close the connection rather than leave it waiting.
+                lock.unlock();
+                refuse(response, 503);
+                response.set_header("Connection", "close");
+                return;
+            }
+        }
+        write(std::move(answer), response);
+    }
+
+    WideBacklogServer server_;
     int port_ = 0;
     std::thread thread_;
 
@@ -245,6 +335,8 @@ private:
     std::vector<Route> routes_;
 
     const std::size_t keepRequests_;
+    const std::size_t maxBodyBytes_;
+    const std::function<LoopbackResponse(int)> refusal_;
     mutable std::mutex recordMutex_;
     std::deque<LoopbackRequest> received_;
     std::size_t receivedCount_ = 0;
@@ -256,7 +348,7 @@ private:
 };
 
 LoopbackServer::LoopbackServer() : LoopbackServer(Options{}) {}
-LoopbackServer::LoopbackServer(Options options) : impl_(std::make_unique<Impl>(options)) {}
+LoopbackServer::LoopbackServer(Options options) : impl_(std::make_unique<Impl>(std::move(options))) {}
 LoopbackServer::~LoopbackServer() = default;
 
 void LoopbackServer::on(std::string method, std::string pathPattern, LoopbackHandler handler) {

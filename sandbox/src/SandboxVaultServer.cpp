@@ -1,19 +1,20 @@
-// The sandbox vault's HTTP side: routes on a loopback server, the key check, problem bodies
-// and the proxy (answered by a key's handler or forwarded to a loopback URL).
+// The sandbox vault's HTTP side: one table of routes on a loopback server, each behind the key
+// check, the host's script (latency, failures) and the request record; and the proxy (answered
+// by a key's handler or forwarded to a loopback URL).
 
 #include "sandbox/SandboxVaultServer.hpp"
 
-#include <algorithm>
+#include <array>
+#include <deque>
 #include <future>
+#include <map>
 #include <mutex>
 #include <set>
 
 #include "AnyCodable/JsonReader.hpp"
-#include "AnyCodable/JsonWriter.hpp"
+#include "SandboxVaultHttp.hpp"
 #include "SandboxVaultTokens.hpp"
 #include "platform/CurlSession.hpp"
-#include "platform/LoopbackServer.hpp"
-#include "platform/Url.hpp"
 #include "platform/Uuid.hpp"
 
 namespace tovi::sandbox {
@@ -22,39 +23,6 @@ namespace {
 
 using platform::testing::LoopbackRequest;
 using platform::testing::LoopbackResponse;
-
-LoopbackResponse json(int status, const anycodable::Value& body) {
-    LoopbackResponse response;
-    response.status = status;
-    response.headers.set("Content-Type", "application/json");
-    response.body = anycodable::toJson(body).value_or("{}");
-    return response;
-}
-
-LoopbackResponse problem(int status, std::string title, const std::vector<VaultProblem>& problems = {}) {
-    anycodable::Map body;
-    body.set("title", std::move(title));
-    body.set("status", status);
-    if (!problems.empty()) {
-        anycodable::Map errors;
-        for (const auto& p : problems) {
-            anycodable::Array messages;
-            if (const auto* existing = errors.find(p.field)) {
-                if (const auto* array = existing->get<anycodable::Array>()) messages = *array;
-            }
-            messages.emplace_back(p.message);
-            errors.set(p.field, std::move(messages));
-        }
-        body.set("errors", std::move(errors));
-    }
-    return json(status, anycodable::Value(std::move(body)));
-}
-
-bool isLoopbackHttp(const platform::Url& url) {
-    if (!url.scheme() || *url.scheme() != "http") return false;
-    const auto host = url.percentEncodedHost().value_or("");
-    return host == "127.0.0.1" || host == "localhost";
-}
 
 // Headers that belong to one hop or to the vault itself, not to the forwarded request.
 bool isVaultOrHopHeader(std::string_view name) {
@@ -66,23 +34,26 @@ bool isVaultOrHopHeader(std::string_view name) {
     return false;
 }
 
+SandboxVaultRequest vaultRequest(const LoopbackRequest& r) {
+    return {r.method, r.path, r.rawQuery, r.headers, r.body};
+}
+
+// A route's scripted latency and failure.
+struct Script {
+    std::chrono::milliseconds latency{0};
+    std::optional<std::pair<int, std::string>> failure;  // status, title
+    int remaining = 0;                                   // < 0: always
+};
+
 }  // namespace
 
 class SandboxVaultServer::Impl {
 public:
-    explicit Impl(Options options)
-        : options_(std::move(options)),
-          server_(platform::testing::LoopbackServer::Options{.keepRequests = options_.keepRequests}) {
+    explicit Impl(Options options) : options_(std::move(options)), server_(serverOptions(options_)) {
         apiKeys_.insert(options_.apiKeys.begin(), options_.apiKeys.end());
-        server_.on("POST", "/tokenize", [this](const LoopbackRequest& r) {
-            return storeBody(r, [this](const anycodable::Value& body) { return tokens.tokenize(body); });
-        });
-        server_.on("POST", "/tokens", [this](const LoopbackRequest& r) {
-            return storeBody(r, [this](const anycodable::Value& body) { return tokens.create(body); });
-        });
-        server_.on("GET", "/tokens/*", [this](const LoopbackRequest& r) { return getToken(r); });
-        server_.on("POST", "/sessions", [this](const LoopbackRequest& r) { return createSession(r); });
-        server_.on("*", "/proxy*", [this](const LoopbackRequest& r) { return proxy(r); });
+        for (const Route& row : kRoutes) {
+            server_.on(row.method, row.pattern, [this, &row](const LoopbackRequest& r) { return serve(row, r); });
+        }
     }
 
     ~Impl() { stop(); }
@@ -110,74 +81,137 @@ public:
         proxyKeys_.insert_or_assign(std::move(key), std::move(handler));
     }
 
-    std::vector<SandboxVaultRequest> received() const {
-        std::vector<SandboxVaultRequest> result;
-        for (auto& r : server_.receivedRequests()) {
-            result.push_back({std::move(r.method), std::move(r.path), std::move(r.rawQuery), std::move(r.headers),
-                              std::move(r.body)});
-        }
-        return result;
+    void setLatency(SandboxVaultRoute route, std::chrono::milliseconds latency) {
+        std::lock_guard lock(mutex_);
+        scripts_.at(static_cast<std::size_t>(route)).latency = latency;
     }
-    std::size_t requestCount() const { return server_.requestCount(); }
-    void clearReceived() { server_.clearReceivedRequests(); }
+    void setFailure(SandboxVaultRoute route, int status, std::string title, int times) {
+        if (times == 0) return;
+        std::lock_guard lock(mutex_);
+        auto& script = scripts_.at(static_cast<std::size_t>(route));
+        script.failure.emplace(status, std::move(title));
+        script.remaining = times;
+    }
+    void clearFailures(SandboxVaultRoute route) {
+        std::lock_guard lock(mutex_);
+        scripts_.at(static_cast<std::size_t>(route)).failure.reset();
+    }
+
+    std::vector<SandboxVaultRecord> received() const {
+        std::lock_guard lock(mutex_);
+        return {records_.begin(), records_.end()};
+    }
+    std::size_t requestCount() const {
+        std::lock_guard lock(mutex_);
+        return recordCount_;
+    }
+    void clearReceived() {
+        std::lock_guard lock(mutex_);
+        records_.clear();
+        recordCount_ = 0;
+    }
 
     SandboxVaultTokens tokens;
 
 private:
+    struct Route {
+        SandboxVaultRoute route;
+        const char* method;
+        const char* pattern;
+        LoopbackResponse (Impl::*answer)(const LoopbackRequest&);
+    };
+    static const Route kRoutes[6];
+
+    static platform::testing::LoopbackServer::Options serverOptions(const Options& options) {
+        platform::testing::LoopbackServer::Options server;
+        server.keepRequests = 0;  // the vault keeps its own records, after the key check
+        server.maxBodyBytes = options.maxBodyBytes;
+        server.readTimeout = options.readTimeout;
+        server.writeTimeout = options.writeTimeout;
+        server.idleTimeout = options.idleTimeout;
+        server.refusal = refusalAnswer;
+        return server;
+    }
+
+    // Every route: the key, then the script, then the answer; recorded once the key is known.
+    LoopbackResponse serve(const Route& row, const LoopbackRequest& request) {
+        const auto receivedAt = std::chrono::system_clock::now();
+        const auto started = std::chrono::steady_clock::now();
+        if (!authorised(request)) return problemAnswer(401, "Unauthorized");
+        if (options_.observer) options_.observer(vaultRequest(request));
+        std::chrono::milliseconds latency;
+        std::optional<std::pair<int, std::string>> failure;
+        {
+            std::lock_guard lock(mutex_);
+            auto& script = scripts_.at(static_cast<std::size_t>(row.route));
+            latency = script.latency;
+            if (script.failure) {
+                failure = script.failure;
+                if (script.remaining > 0 && --script.remaining == 0) script.failure.reset();
+            }
+        }
+        auto response = failure ? problemAnswer(failure->first, failure->second) : (this->*row.answer)(request);
+        response.delay = latency;
+        const auto took =
+            std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - started);
+        std::lock_guard lock(mutex_);
+        ++recordCount_;
+        if (options_.keepRequests > 0) {
+            if (records_.size() >= options_.keepRequests) records_.pop_front();
+            records_.push_back({request.method, request.path, response.status, request.body.size(),
+                                response.body.size(), receivedAt, took + latency});
+        }
+        return response;
+    }
+
     bool authorised(const LoopbackRequest& request) const {
         const auto key = request.header("KV-API-KEY");
         std::lock_guard lock(mutex_);
         return key && apiKeys_.contains(*key);
     }
 
-    static std::optional<anycodable::Value> objectBody(const LoopbackRequest& request) {
-        auto parsed = anycodable::readJson(request.body);
-        if (!parsed || !parsed->is<anycodable::Map>()) return std::nullopt;
-        return std::move(*parsed);
-    }
-
     // POST /tokenize and POST /tokens: a JSON object in, the stored token's shape out.
     template <class Store>
-    LoopbackResponse storeBody(const LoopbackRequest& request, Store store) {
-        if (!authorised(request)) return problem(401, "Unauthorized");
-        auto body = objectBody(request);
-        if (!body) return problem(400, "The body must be a JSON object");
-        auto stored = store(*body);
-        if (!stored) return problem(400, "One or more validation errors occurred.", stored.error());
-        return json(201, *stored);
+    static LoopbackResponse storeBody(const LoopbackRequest& request, Store store) {
+        auto parsed = anycodable::readJson(request.body);
+        if (!parsed || !parsed->is<anycodable::Map>()) return problemAnswer(400, "The body must be a JSON object");
+        auto stored = store(*parsed);
+        if (!stored) return problemAnswer(400, "One or more validation errors occurred.", stored.error());
+        return jsonAnswer(201, *stored);
+    }
+    LoopbackResponse tokenize(const LoopbackRequest& request) {
+        return storeBody(request, [this](const anycodable::Value& body) { return tokens.tokenize(body); });
+    }
+    LoopbackResponse createToken(const LoopbackRequest& request) {
+        return storeBody(request, [this](const anycodable::Value& body) { return tokens.create(body); });
     }
 
-    LoopbackResponse getToken(const LoopbackRequest& request) {
-        if (!authorised(request)) return problem(401, "Unauthorized");
-        const std::string id = request.path.substr(std::string_view("/tokens/").size());
-        auto token = id.find('/') == std::string::npos ? tokens.find(id) : std::nullopt;
-        if (!token) return problem(404, "Not Found");
-        return json(200, *token);
+    LoopbackResponse readToken(const LoopbackRequest& request) {
+        const auto token = tokens.find(request.path.substr(std::string_view("/tokens/").size()));
+        if (!token) return problemAnswer(404, "Not Found");
+        return jsonAnswer(200, *token);
     }
 
-    LoopbackResponse createSession(const LoopbackRequest& request) {
-        if (!authorised(request)) return problem(401, "Unauthorized");
+    LoopbackResponse createSession(const LoopbackRequest&) {
         anycodable::Map session;
         session.set("session_key", "sandbox_session_" + platform::Uuid::random().string());
         session.set("nonce", platform::Uuid::random().string());
         session.set("expires_at", "2099-12-31T23:59:59.000Z");
-        return json(201, anycodable::Value(std::move(session)));
+        return jsonAnswer(201, anycodable::Value(std::move(session)));
     }
 
     LoopbackResponse proxy(const LoopbackRequest& request) {
-        if (!authorised(request)) return problem(401, "Unauthorized");
-        SandboxVaultRequest incoming{request.method, request.path, request.rawQuery, request.headers, request.body};
         if (const auto key = request.header("KV-PROXY-KEY")) {
             SandboxProxyHandler handler;
             {
                 std::lock_guard lock(mutex_);
                 if (auto it = proxyKeys_.find(*key); it != proxyKeys_.end()) handler = it->second;
             }
-            if (!handler) return problem(404, "Unknown proxy key");
-            return relay(handler(incoming));
+            if (!handler) return problemAnswer(404, "Unknown proxy key");
+            return relay(handler(vaultRequest(request)));
         }
         if (const auto target = request.header("KV-PROXY-URL")) return forward(request, *target);
-        return problem(400, "Either KV-PROXY-KEY or KV-PROXY-URL is required");
+        return problemAnswer(400, "Either KV-PROXY-KEY or KV-PROXY-URL is required");
     }
 
     static LoopbackResponse relay(SandboxVaultAnswer answer) {
@@ -190,13 +224,13 @@ private:
         return response;
     }
 
-    LoopbackResponse forward(const LoopbackRequest& request, const std::string& target) {
-        const auto url = platform::Url::parse(target);
-        if (!url || !isLoopbackHttp(*url)) return problem(400, "KV-PROXY-URL must be an http URL on this machine");
+    LoopbackResponse forward(const LoopbackRequest& request, const std::string& proxyUrl) {
+        auto url = proxyTarget(proxyUrl, std::string_view(request.path).substr(std::string_view("/proxy").size()),
+                               request.rawQuery);
+        if (!url) return problemAnswer(400, "KV-PROXY-URL must be an http URL on this machine");
         platform::HttpRequest outgoing;
         outgoing.method = request.method;
-        outgoing.url = target + request.path.substr(std::string_view("/proxy").size()) +
-                       (request.rawQuery.empty() ? "" : "?" + request.rawQuery);
+        outgoing.url = std::move(*url);
         outgoing.body = request.body;
         outgoing.timeout = options_.proxyTimeout;
         for (const auto& [name, value] : request.headers) {
@@ -208,7 +242,7 @@ private:
         std::shared_ptr<platform::DataTask> task;
         {
             std::lock_guard lock(mutex_);
-            if (stopping_) return problem(502, "The sandbox vault is stopping");
+            if (stopping_) return problemAnswer(502, "The sandbox vault is stopping");
             if (!session_) session_ = std::make_unique<platform::CurlSession>();
             task = session_->dataTask(std::move(outgoing),
                                       [answered](platform::HttpResult r) { answered->set_value(std::move(r)); });
@@ -220,7 +254,7 @@ private:
             std::lock_guard lock(mutex_);
             forwards_.erase(task);
         }
-        if (!answer) return problem(502, "The proxy target could not be reached");
+        if (!answer) return problemAnswer(502, "The proxy target could not be reached");
         return relay(SandboxVaultAnswer{answer->status, answer->headers, answer->body});
     }
 
@@ -228,11 +262,24 @@ private:
     mutable std::mutex mutex_;
     std::set<std::string> apiKeys_;
     std::map<std::string, SandboxProxyHandler> proxyKeys_;
+    std::array<Script, kSandboxVaultRouteCount> scripts_{};
+    std::deque<SandboxVaultRecord> records_;
+    std::size_t recordCount_ = 0;
     std::set<std::shared_ptr<platform::DataTask>> forwards_;
     bool stopping_ = false;
     // Declared before the server so that it outlives every handler that forwards through it.
     std::unique_ptr<platform::CurlSession> session_;
     platform::testing::LoopbackServer server_;
+};
+
+// One row per route pattern; the two proxy rows share one script.
+const SandboxVaultServer::Impl::Route SandboxVaultServer::Impl::kRoutes[6] = {
+    {SandboxVaultRoute::tokenize, "POST", "/tokenize", &Impl::tokenize},
+    {SandboxVaultRoute::createToken, "POST", "/tokens", &Impl::createToken},
+    {SandboxVaultRoute::readToken, "GET", "/tokens/*", &Impl::readToken},
+    {SandboxVaultRoute::createSession, "POST", "/sessions", &Impl::createSession},
+    {SandboxVaultRoute::proxy, "*", "/proxy", &Impl::proxy},
+    {SandboxVaultRoute::proxy, "*", "/proxy/*", &Impl::proxy},
 };
 
 SandboxVaultServer::SandboxVaultServer() : SandboxVaultServer(Options{}) {}
@@ -251,7 +298,19 @@ void SandboxVaultServer::addApiKey(std::string key) {
 void SandboxVaultServer::addProxyKey(std::string key, SandboxProxyHandler handler) {
     impl_->addProxyKey(std::move(key), std::move(handler));
 }
-std::vector<SandboxVaultRequest> SandboxVaultServer::receivedRequests() const {
+void SandboxVaultServer::setLatency(SandboxVaultRoute route, std::chrono::milliseconds latency) {
+    impl_->setLatency(route, latency);
+}
+void SandboxVaultServer::failNext(SandboxVaultRoute route, int status, std::string title, int times) {
+    impl_->setFailure(route, status, std::move(title), times);
+}
+void SandboxVaultServer::failAlways(SandboxVaultRoute route, int status, std::string title) {
+    impl_->setFailure(route, status, std::move(title), -1);
+}
+void SandboxVaultServer::clearFailures(SandboxVaultRoute route) {
+    impl_->clearFailures(route);
+}
+std::vector<SandboxVaultRecord> SandboxVaultServer::receivedRequests() const {
     return impl_->received();
 }
 std::size_t SandboxVaultServer::requestCount() const {

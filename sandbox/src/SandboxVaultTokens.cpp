@@ -31,6 +31,19 @@ std::string nowIso8601() {
                        utc.tm_hour, utc.tm_min, utc.tm_sec, millis);
 }
 
+// Ids travel as one path segment of GET /tokens/{id}: letters, digits, "-" and "_" only, so
+// that every stored token can be read back ("/" would split the segment, "." and ".." are
+// rewritten by clients, escapes are decoded).
+bool isValidId(std::string_view id) {
+    if (id.empty() || id.size() > 128) return false;
+    for (char c : id) {
+        const bool ok =
+            (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' || c == '_';
+        if (!ok) return false;
+    }
+    return true;
+}
+
 // An integer given as a JSON integer or as a string of digits.
 std::optional<std::int64_t> integerField(const anycodable::Value* value) {
     if (!value) return std::nullopt;
@@ -94,8 +107,10 @@ SandboxVaultTokens::prepare(const anycodable::Value& request, const std::string&
     std::optional<std::string> id;
     if (const auto* given = map->find("id")) {
         const auto* text = given->get<std::string>();
-        if (!text || text->empty())
-            return std::unexpected(std::vector<VaultProblem>{{prefix + "id", "must be a string"}});
+        if (!text || !isValidId(*text)) {
+            return std::unexpected(
+                std::vector<VaultProblem>{{prefix + "id", "must be 1 to 128 letters, digits, \"-\" or \"_\""}});
+        }
         id = *text;
     }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -183,6 +184,70 @@ TEST(AnyCodableEquality, CollectionsAndKindsOutsideTheTests) {
     EXPECT_NE(AnyCodable::array({1}), AnyCodable::array({1.0}));
     auto id = platform::Uuid::random();
     EXPECT_NE(AnyCodable(id), AnyCodable(id)) << "UUIDs are not among the compared kinds";
+}
+
+// Each step runs on a map and on a plain list searched linearly; afterwards both hold the same
+// entries in the same order and agree on every lookup, present or absent. The map is large
+// enough to answer from its hash index.
+TEST(AnyCodableMap, AgreesWithALinearListAcrossItsIndex) {
+    enum class Op { insert, set, erase };
+    struct Step {
+        Op op;
+        int from, to;
+        const char* why;
+    };
+    const Step steps[] = {
+        {Op::set, 0, 40, "grows past the linear limit and through index growths"},
+        {Op::set, 5, 10, "an existing key changes its value in place"},
+        {Op::insert, 35, 45, "insert adds only the new keys; the first value wins"},
+        {Op::erase, 10, 20, "erasing moves every later entry; lookups past the gap still land"},
+        {Op::insert, 10, 15, "erased keys come back at the end"},
+        {Op::erase, 0, 45, "shrinking below the limit goes back to linear lookups"},
+        {Op::set, 50, 80, "and growing again indexes again"},
+    };
+    Map map;
+    std::vector<std::pair<std::string, int>> list;
+    const auto inList = [&](const std::string& key) {
+        return std::find_if(list.begin(), list.end(), [&](const auto& e) { return e.first == key; });
+    };
+    int stamp = 0;
+    for (const auto& step : steps) {
+        SCOPED_TRACE(step.why);
+        ++stamp;
+        for (int k = step.from; k < step.to; ++k) {
+            const std::string key = "k" + std::to_string(k);
+            const int value = stamp * 1000 + k;
+            const auto found = inList(key);
+            if (step.op == Op::erase) {
+                EXPECT_EQ(map.erase(key), found != list.end());
+                if (found != list.end()) list.erase(found);
+            } else if (step.op == Op::insert) {
+                EXPECT_EQ(map.insert(key, value), found == list.end());
+                if (found == list.end()) list.emplace_back(key, value);
+            } else {
+                map.set(key, value);
+                if (found == list.end())
+                    list.emplace_back(key, value);
+                else
+                    found->second = value;
+            }
+        }
+        ASSERT_EQ(map.size(), list.size());
+        std::size_t i = 0;
+        for (const auto& [key, value] : map) {
+            EXPECT_EQ(key, list[i].first);
+            EXPECT_EQ(*value.get<std::int64_t>(), list[i++].second);
+        }
+        for (int k = 0; k < 90; ++k) {
+            const std::string key = "k" + std::to_string(k);
+            const auto found = inList(key);
+            const Value* value = map.find(key);
+            ASSERT_EQ(value != nullptr, found != list.end()) << key;
+            if (value) {
+                EXPECT_EQ(*value->get<std::int64_t>(), found->second) << key;
+            }
+        }
+    }
 }
 
 TEST(AnyCodableHash, EqualValuesHashEqual) {

@@ -15,6 +15,12 @@ using platform::testing::LoopbackServer;
 using platform::testing::respond;
 using namespace std::chrono_literals;
 
+LoopbackServer::Options keeping(std::size_t requests) {
+    LoopbackServer::Options options;
+    options.keepRequests = requests;
+    return options;
+}
+
 class LoopbackServerTest : public ::testing::Test {
 protected:
     platform::HttpResult fetch(const std::string& method, const std::string& pathAndQuery) {
@@ -80,7 +86,7 @@ TEST_F(LoopbackServerTest, ResponseHeadersAndContentTypeGoOutAsGiven) {
 }
 
 TEST_F(LoopbackServerTest, KeepsOnlyTheLatestRequestsButCountsThemAll) {
-    LoopbackServer bounded(LoopbackServer::Options{.threads = 4, .keepRequests = 2});
+    LoopbackServer bounded(keeping(2));
     bounded.on("GET", "/*", [](const LoopbackRequest&) { return respond(200, "ok"); });
     for (const char* path : {"/1", "/2", "/3"}) {
         ASSERT_TRUE(http_test::perform(session, http_test::get(bounded.baseUrl() + path)).has_value());
@@ -94,7 +100,7 @@ TEST_F(LoopbackServerTest, KeepsOnlyTheLatestRequestsButCountsThemAll) {
     EXPECT_EQ(bounded.requestCount(), 0u);
     EXPECT_TRUE(bounded.receivedRequests().empty());
 
-    LoopbackServer none(LoopbackServer::Options{.threads = 4, .keepRequests = 0});
+    LoopbackServer none(keeping(0));
     none.on("GET", "/*", [](const LoopbackRequest&) { return respond(200, "ok"); });
     ASSERT_TRUE(http_test::perform(session, http_test::get(none.baseUrl() + "/x")).has_value());
     EXPECT_TRUE(none.receivedRequests().empty());

@@ -36,19 +36,25 @@ protected:
     }
 };
 
+// The vault keeps nothing of a refused call, so this one goes to a recording server that
+// refuses it the same way.
 TEST_F(ElementsProxy, NoRequestSendsAGetToTheProxyPathWithoutBodyOrStaticKey) {
+    platform::testing::LoopbackServer recorder;
+    recorder.on("*", "*", [](const LoopbackRequest&) {
+        return platform::testing::respond(401, R"({"title": "Unauthorized", "status": 401})");
+    });
+    KorvaneElements::setBasePath(recorder.baseUrl());
     HttpOutcome out;
     run(out, std::nullopt, "echo-key", std::nullopt, std::nullopt);
-    ASSERT_EQ(vault.requestCount(), 1u);
-    const auto sent = vault.receivedRequests().at(0);
+    ASSERT_EQ(recorder.requestCount(), 1u);
+    const auto sent = recorder.receivedRequests().at(0);
     EXPECT_EQ(sent.method, "GET");
     EXPECT_EQ(sent.path, "/proxy");
     EXPECT_EQ(sent.body, "");
     EXPECT_EQ(sent.headers.get("Content-Type"), "Application/json");
     EXPECT_TRUE(sent.headers.get("KV-TRACE-ID"));
     EXPECT_FALSE(sent.headers.contains("KV-API-KEY")) << "the static key is not used by the proxy";
-    // The vault refused the call (no key), and the status plays no part: a parseable body is a
-    // success.
+    // The call was refused, and the status plays no part: a parseable body is a success.
     ASSERT_TRUE(out.response);
     EXPECT_EQ(out.response->status, 401);
     EXPECT_FALSE(out.error);
@@ -68,7 +74,7 @@ TEST_F(ElementsProxy, UrlPathAndQueryAreJoinedAndTheBodyCarriesTheValues) {
     HttpOutcome out;
     run(out, "sandbox-api-key", "echo-key", std::nullopt, request);
     ASSERT_FALSE(out.error);
-    const auto sent = vault.receivedRequests().at(0);
+    const auto sent = wire.requests().at(0);
     EXPECT_EQ(sent.method, "POST");
     EXPECT_EQ(sent.path, "/proxy/charges/c1");
     EXPECT_EQ(sent.rawQuery, "a=1&b=x,y/z") << "no percent-encoding";
@@ -85,7 +91,7 @@ TEST_F(ElementsProxy, UrlPathAndQueryAreJoinedAndTheBodyCarriesTheValues) {
 TEST_F(ElementsProxy, TheProxyKeyWinsOverTheProxyUrl) {
     HttpOutcome out;
     run(out, "sandbox-api-key", "echo-key", "http://127.0.0.1:9/elsewhere", std::nullopt);
-    const auto sent = vault.receivedRequests().at(0);
+    const auto sent = wire.requests().at(0);
     EXPECT_EQ(sent.headers.get("KV-PROXY-KEY"), "echo-key");
     EXPECT_FALSE(sent.headers.contains("KV-PROXY-URL"));
     EXPECT_FALSE(out.error);

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <thread>
 #include <vector>
@@ -81,6 +82,31 @@ struct Card {
     }
 };
 
+// What the vault accepted, in full, as clients sent it: the vault itself keeps no bodies.
+class Wire {
+public:
+    [[nodiscard]] tovi::sandbox::SandboxVaultServer::Options observing() {
+        tovi::sandbox::SandboxVaultServer::Options options;
+        options.observer = [this](const tovi::sandbox::SandboxVaultRequest& r) {
+            std::lock_guard lock(mutex_);
+            requests_.push_back(r);
+        };
+        return options;
+    }
+    [[nodiscard]] std::vector<tovi::sandbox::SandboxVaultRequest> requests() const {
+        std::lock_guard lock(mutex_);
+        return requests_;
+    }
+    void clear() {
+        std::lock_guard lock(mutex_);
+        requests_.clear();
+    }
+
+private:
+    mutable std::mutex mutex_;
+    std::vector<tovi::sandbox::SandboxVaultRequest> requests_;
+};
+
 class VaultTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -131,7 +157,8 @@ protected:
         return found;
     }
 
-    tovi::sandbox::SandboxVaultServer vault;
+    Wire wire;
+    tovi::sandbox::SandboxVaultServer vault{wire.observing()};
     std::shared_ptr<platform::ManualMainQueue> queue = std::make_shared<platform::ManualMainQueue>();
     std::shared_ptr<platform::RecordingTransport> telemetry = std::make_shared<platform::RecordingTransport>();
     std::shared_ptr<platform::HttpSession> previousTelemetry;

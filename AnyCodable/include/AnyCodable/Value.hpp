@@ -93,11 +93,20 @@ public:
 class Value;
 using Array = std::vector<Value>;
 
-// A JSON object's members in insertion order. Lookups are linear: the maps here are request
-// and response objects of a few dozen keys. The reader builds large objects without lookups.
+// A JSON object's members in insertion order.
+//
+// Small maps (request and response objects of a few keys) are searched linearly; past
+// `kLinearLimit` entries the map also keeps a hash index of positions, so that building or
+// decoding an object of n keys costs O(n) however large a document a server sends. `erase`
+// shifts the later entries and is O(n).
+//
+// Keys must not be changed through the mutable iterators (values may be).
 class Map {
 public:
     using Entry = std::pair<std::string, Value>;
+    using iterator = std::vector<Entry>::iterator;
+    using const_iterator = std::vector<Entry>::const_iterator;
+    static constexpr std::size_t kLinearLimit = 12;
 
     Map() = default;
     // Literal form: on a repeated key the first value wins.
@@ -115,17 +124,26 @@ public:
 
     // REQUIRES: `key` is not present. For builders that check duplicates themselves.
     void appendUnchecked(std::string key, Value value);
-    void reserve(std::size_t n) { entries_.reserve(n); }
+    void reserve(std::size_t n);
 
-    [[nodiscard]] std::size_t size() const { return entries_.size(); }
-    [[nodiscard]] bool empty() const { return entries_.empty(); }
-    [[nodiscard]] auto begin() const { return entries_.begin(); }
-    [[nodiscard]] auto end() const { return entries_.end(); }
-    [[nodiscard]] auto begin() { return entries_.begin(); }
-    [[nodiscard]] auto end() { return entries_.end(); }
+    [[nodiscard]] std::size_t size() const;
+    [[nodiscard]] bool empty() const;
+    [[nodiscard]] const_iterator begin() const;
+    [[nodiscard]] const_iterator end() const;
+    [[nodiscard]] iterator begin();
+    [[nodiscard]] iterator end();
 
 private:
+    static constexpr std::size_t kAbsent = static_cast<std::size_t>(-1);
+
+    [[nodiscard]] std::size_t positionOf(std::string_view key) const;
+    void append(std::string key, Value value);
+    void rebuildIndex(std::size_t slotCount);
+
     std::vector<Entry> entries_;
+    // Open addressing with linear probing: each slot holds an entry's position + 1, or 0 when
+    // free. Empty while the map is small; otherwise at least twice as many slots as entries.
+    std::vector<std::uint32_t> slots_;
 };
 
 class Value {
@@ -193,6 +211,26 @@ public:
 private:
     Storage storage_;
 };
+
+// Defined here, where Value is complete.
+inline std::size_t Map::size() const {
+    return entries_.size();
+}
+inline bool Map::empty() const {
+    return entries_.empty();
+}
+inline Map::const_iterator Map::begin() const {
+    return entries_.begin();
+}
+inline Map::const_iterator Map::end() const {
+    return entries_.end();
+}
+inline Map::iterator Map::begin() {
+    return entries_.begin();
+}
+inline Map::iterator Map::end() {
+    return entries_.end();
+}
 
 // Which wrapper's rules apply. They differ only in how Null and Empty compare (see
 // AnyCodable.hpp) and in the debug description's prefix.

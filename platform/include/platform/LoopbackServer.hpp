@@ -14,6 +14,9 @@
 // Patterns: an exact path, or a prefix ending in "*" ("/v1/*"); method "*" matches any
 // method. The most recently registered matching handler wins; no match answers 404.
 //
+// Bodies of POST, PUT, PATCH and DELETE reach handlers whole (chunked ones included); a
+// multipart body is read but reaches the handler empty.
+//
 // Thread safety: all members are safe from any thread; handlers run on the server's worker
 // threads, several at a time. Destruction stops the server and cuts short pending delays.
 
@@ -76,11 +79,26 @@ using LoopbackHandler = std::function<LoopbackResponse(const LoopbackRequest&)>;
 class LoopbackServer {
 public:
     struct Options {
-        // Worker threads: idle keep-alive connections each hold one.
-        std::size_t threads = 32;
+        // Workers kept once started. More start while every worker is busy, up to `maxThreads`,
+        // and end after a few idle seconds: a connection holds its worker from its first byte
+        // to its close, idle keep-alive time included, so a fixed pool would let a few stalled
+        // clients make every other one wait.
+        std::size_t threads = 8;
+        std::size_t maxThreads = 256;
         // How many of the latest requests `receivedRequests` keeps. A long-running server
         // (a benchmark, an embedded sandbox) must not hold every request it ever saw.
         std::size_t keepRequests = static_cast<std::size_t>(-1);
+        // A larger request body is answered 413 and never held in full.
+        std::size_t maxBodyBytes = static_cast<std::size_t>(-1);
+        // How long one read of a request, or one write of an answer, may wait for the client.
+        std::chrono::milliseconds readTimeout{5'000};
+        std::chrono::milliseconds writeTimeout{5'000};
+        // How long a connection may wait for its next request (whole seconds, at least 1).
+        std::chrono::seconds idleTimeout{5};
+        // The answer to what the server refuses without a handler: 404 (no route), 400 (a
+        // malformed request or body), 413 (too large a body), 414 (too long a URI) and 503 (cut
+        // short by stop()). Unset: the bare status.
+        std::function<LoopbackResponse(int status)> refusal;
     };
 
     LoopbackServer();

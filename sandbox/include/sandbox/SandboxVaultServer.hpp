@@ -10,32 +10,41 @@
 //                      digits), "expiration_month" (1 to 12) and "expiration_year" (four
 //                      digits), as integers or digit strings, and an optional 3- or 4-digit
 //                      "cvc"; the answer shows the masked number ("424242XXXXXX4242") and the
-//                      month and year as integers, never the CVC.             201
+//                      month and year as integers, never the CVC. A given "id" is 1 to 128
+//                      letters, digits, "-" or "_".                           201
 //   POST /tokens       one token request, answered like /tokenize.            201
 //   GET  /tokens/{id}  the stored token with its data as it was given.        200, 404
 //   POST /sessions     {"session_key", "nonce", "expires_at"}.                 201
-//   *    /proxy[...]   "KV-PROXY-KEY": answered by the handler added for that key (404 for
+//   *    /proxy[/...]  "KV-PROXY-KEY": answered by the handler added for that key (404 for
 //                      an unknown key); otherwise "KV-PROXY-URL", which must be an http URL on
-//                      127.0.0.1 or localhost: the request (path after "/proxy", query, body,
-//                      headers other than the KV- ones) is forwarded there and the answer
-//                      relayed (502 when it can't be reached). Neither header: 400.
+//                      127.0.0.1 or localhost: the request is forwarded to that host and port,
+//                      at the URL's path followed by the request's path after "/proxy" and its
+//                      query (the URL's own query and user are not used), with its body and
+//                      its headers other than the KV- ones, and the answer is relayed (502
+//                      when it can't be reached). Neither header: 400.
 //
-// Every route checks "KV-API-KEY" against the configured keys (401 otherwise); a body that is
-// no JSON object, or a token request that breaks the rules above, is 400 with a problem body
-// that names the fields but never their values. Unknown routes are 404. Tokens live in memory.
+// Every route checks "KV-API-KEY" against the configured keys (401 otherwise). Every error
+// answer carries a problem body ({"title", "status"} and, for a refused token request,
+// "errors" naming the fields but never their values): a body that is no JSON object, a
+// multipart body, a token request that breaks the rules above (400), a body over
+// `Options::maxBodyBytes` (413), an unknown route (404). Tokens live in memory.
+//
+// Hostile clients: nothing is kept of a request before its key is checked, and of a checked
+// one only `SandboxVaultRecord` metadata. A connection waiting for its next request, or
+// stalled in the middle of one, is closed after the time-outs of `Options`, and never holds
+// up other clients meanwhile.
 //
 // It is also a SandboxCardVault: the wallet sandbox can read the masked number of a card
 // tokenized here.
 //
-// Every request received is kept for inspection (bodies included) until
-// `clearReceivedRequests()`; a long-running host should clear them now and then.
-//
 // Usage:
 //   tovi::sandbox::SandboxVaultServer vault;                 // key "sandbox-api-key"
+//   vault.setLatency(SandboxVaultRoute::tokenize, std::chrono::milliseconds(400));
+//   vault.failNext(SandboxVaultRoute::createSession, 503, "The vault is down for the demo.");
 //   korvane::elements::KorvaneElements::setBasePath(vault.baseUrl());
 //
-// Thread safety: every member may be called from any thread. Handlers of proxy keys run on the
-// server's worker threads, several at a time.
+// Thread safety: every member may be called from any thread. Handlers of proxy keys and the
+// observer run on the server's worker threads, several at a time.
 
 #include <chrono>
 #include <cstddef>
@@ -50,6 +59,11 @@
 
 namespace tovi::sandbox {
 
+// The routes a host can script.
+enum class SandboxVaultRoute { tokenize, createToken, readToken, createSession, proxy };
+inline constexpr std::size_t kSandboxVaultRouteCount = 5;
+
+// A request as a proxy key's handler (or the observer) sees it.
 struct SandboxVaultRequest {
     std::string method;
     // Without the query.
@@ -65,6 +79,19 @@ struct SandboxVaultAnswer {
     std::string body;
 };
 
+// What the vault keeps of a request whose key it accepted: never a header or a body.
+struct SandboxVaultRecord {
+    std::string method;
+    // Without the query.
+    std::string path;
+    int status = 0;
+    std::size_t requestBytes = 0;   // of the body
+    std::size_t responseBytes = 0;  // of the body
+    std::chrono::system_clock::time_point receivedAt;
+    // Until the answer was ready, scripted latency included.
+    std::chrono::milliseconds duration{0};
+};
+
 using SandboxProxyHandler = std::function<SandboxVaultAnswer(const SandboxVaultRequest&)>;
 
 class SandboxVaultServer final : public SandboxCardVault {
@@ -75,9 +102,18 @@ public:
         std::vector<std::string> apiKeys{kDefaultApiKey};
         // How long a forwarded proxy request may take.
         std::chrono::milliseconds proxyTimeout{30'000};
-        // How many of the latest requests `receivedRequests` keeps: a host may leave the
-        // sandbox running for days, and tokenize bodies hold card numbers.
+        // How many records of the latest requests `receivedRequests` keeps.
         std::size_t keepRequests = 64;
+        // A larger request body is answered 413 and never held.
+        std::size_t maxBodyBytes = 1u << 20;
+        // How long one read of a request, or one write of an answer, may wait for the client,
+        // and how long a connection may wait for its next request (whole seconds).
+        std::chrono::milliseconds readTimeout{2'000};
+        std::chrono::milliseconds writeTimeout{2'000};
+        std::chrono::seconds idleTimeout{2};
+        // Sees each request whose key was accepted, in full, as it arrives; the vault itself
+        // keeps none of it. For tests that check what a client sends.
+        std::function<void(const SandboxVaultRequest&)> observer;
     };
 
     SandboxVaultServer();
@@ -93,9 +129,17 @@ public:
     void addApiKey(std::string key);
     void addProxyKey(std::string key, SandboxProxyHandler handler);
 
-    // The latest requests, oldest first, at most `Options::keepRequests` of them.
-    [[nodiscard]] std::vector<SandboxVaultRequest> receivedRequests() const;
-    // All requests since start or the last clear.
+    // Scripting, per route; each applies to requests that arrive afterwards, once their key is
+    // accepted. A failure is answered with its status and a problem body titled `title`, and
+    // the route does nothing else; latency delays every answer of the route.
+    void setLatency(SandboxVaultRoute route, std::chrono::milliseconds latency);
+    void failNext(SandboxVaultRoute route, int status, std::string title, int times = 1);
+    void failAlways(SandboxVaultRoute route, int status, std::string title);
+    void clearFailures(SandboxVaultRoute route);
+
+    // Records of the latest accepted requests, oldest first, at most `Options::keepRequests`.
+    [[nodiscard]] std::vector<SandboxVaultRecord> receivedRequests() const;
+    // Accepted requests since start or the last clear.
     [[nodiscard]] std::size_t requestCount() const;
     void clearReceivedRequests();
 
