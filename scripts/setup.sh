@@ -13,6 +13,7 @@ packages=(
   libfmt-dev
   libgtest-dev libgmock-dev
   libbenchmark-dev
+  clang-19 libclang-rt-19-dev
 )
 
 missing=()
