@@ -1,8 +1,9 @@
 // Driver for compilers without libFuzzer: runs the fuzz entry point over the files named on
 // the command line (a folder stands for every file in it, the way CI replays a corpus), or with
-// "--mutate N" over N random mutations of a few seed documents (byte flips, truncations,
-// duplications, deep nesting). Deterministic for a given N.
+// "--mutate N FOLDER" over N random mutations of the inputs in FOLDER (byte flips,
+// truncations, duplications, deep nesting). Deterministic for a given N and corpus.
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -21,21 +22,37 @@ void run(const std::string& input) {
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(input.data()), input.size());
 }
 
-void runFile(const std::filesystem::path& path) {
+std::string readFile(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
-    run(std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()));
+    return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+}
+
+// The files named, a folder standing for the files in it, in a fixed order.
+std::vector<std::filesystem::path> inputFiles(char** first, char** last) {
+    std::vector<std::filesystem::path> files;
+    for (; first != last; ++first) {
+        const std::filesystem::path path(*first);
+        if (!std::filesystem::is_directory(path)) {
+            files.push_back(path);
+            continue;
+        }
+        std::vector<std::filesystem::path> inFolder;
+        for (const auto& entry : std::filesystem::directory_iterator(path)) {
+            if (entry.is_regular_file()) inFolder.push_back(entry.path());
+        }
+        std::sort(inFolder.begin(), inFolder.end());
+        files.insert(files.end(), inFolder.begin(), inFolder.end());
+    }
+    return files;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc == 3 && std::strcmp(argv[1], "--mutate") == 0) {
-        const std::vector<std::string> seeds = {
-            R"({"id":"t","tenant_id":"E621E1F8-C36C-495A-93FC-0C247A3E6E5F","data":{"n":[1,2.5,null,true]},)"
-            R"("metadata":{"a":"b"},"items":[{"key":"k","size":3}],"amount":1e3,"flag":false,"small":255,"x":{}})",
-            R"([1,-1,1.0,18446744073709551615,"\u00e9\ud83d\ude00",{"a":[[]]}])",
-            std::string(600, '[') + std::string(600, ']'),
-        };
+    if (argc >= 4 && std::strcmp(argv[1], "--mutate") == 0) {
+        std::vector<std::string> seeds;
+        for (const auto& path : inputFiles(argv + 3, argv + argc)) seeds.push_back(readFile(path));
+        if (seeds.empty()) return 1;
         std::mt19937 random(12345);
         long count = std::stol(argv[2]);
         for (long i = 0; i < count; ++i) {
@@ -63,20 +80,8 @@ int main(int argc, char** argv) {
         std::printf("%ld mutated inputs ran\n", count);
         return 0;
     }
-    long count = 0;
-    for (int i = 1; i < argc; ++i) {
-        const std::filesystem::path path(argv[i]);
-        if (!std::filesystem::is_directory(path)) {
-            runFile(path);
-            ++count;
-            continue;
-        }
-        for (const auto& entry : std::filesystem::directory_iterator(path)) {
-            if (!entry.is_regular_file()) continue;
-            runFile(entry.path());
-            ++count;
-        }
-    }
-    std::printf("%ld inputs ran\n", count);
-    return count > 0 ? 0 : 1;
+    const auto files = inputFiles(argv + 1, argv + argc);
+    for (const auto& path : files) run(readFile(path));
+    std::printf("%zu inputs ran\n", files.size());
+    return files.empty() ? 1 : 0;
 }

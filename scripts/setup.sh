@@ -15,6 +15,7 @@ packages=(
   libbenchmark-dev
   libboost1.81-dev
   chromium
+  clang-19 libclang-rt-19-dev
 )
 
 missing=()
