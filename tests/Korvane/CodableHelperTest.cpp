@@ -29,9 +29,7 @@ constexpr bool caseIterableDefaultsLast(Level) {
 }
 
 struct Record {
-    std::optional<std::string> id;
     std::optional<platform::Uuid> tenantId;
-    std::optional<AnyCodable> data;
     std::optional<std::map<std::string, std::string>> metadata;
     std::optional<Key> cek;
     std::optional<Date> createdAt;
@@ -40,8 +38,7 @@ struct Record {
     std::optional<Level> level;
     friend bool operator==(const Record&, const Record&) = default;
     static constexpr auto jsonFields() {
-        return fields(optional("id", &Record::id), optional("tenant_id", &Record::tenantId),
-                      optional("data", &Record::data), optional("metadata", &Record::metadata),
+        return fields(optional("tenant_id", &Record::tenantId), optional("metadata", &Record::metadata),
                       optional("cek", &Record::cek), optional("created_at", &Record::createdAt),
                       optional("keys", &Record::keys), optional("count", &Record::count),
                       optional("level", &Record::level));

@@ -25,7 +25,6 @@
 
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -102,14 +101,6 @@ void expectEveryOperationHasARow(const Rows& rows, std::string_view apiName) {
 
 class WireTableTest : public VaultTest {
 protected:
-    void SetUp() override {
-        VaultTest::SetUp();
-        server.on("*", "/*", [canned = canned](const platform::testing::LoopbackRequest&) {
-            std::lock_guard lock(canned->mutex);
-            return reply(canned->status, canned->body);
-        });
-    }
-
     template <class Rows>
     void walk(const Rows& rows) {
         for (const WireRow& row : rows) walkOne(row);
@@ -132,7 +123,7 @@ protected:
         EXPECT_TRUE(built->headers.empty());
         EXPECT_EQ(server.requestCount(), 0u) << "the builder form sends nothing";
 
-        answerWith(row.status, row.response);
+        answer(server, "/*", row.status, row.response);  // the latest route wins
         bool finished = false;
         row.call.call(row.response, [&](std::optional<std::string> failure) {
             finished = true;
@@ -159,21 +150,6 @@ protected:
             EXPECT_FALSE(sent.headers.contains("Content-Type"));
         }
     }
-
-    // What the server answers to every request from now on.
-    void answerWith(int status, std::string body) {
-        std::lock_guard lock(canned->mutex);
-        canned->status = status;
-        canned->body = std::move(body);
-    }
-
-    // The answer to the row being walked; shared with the server's worker threads.
-    struct Canned {
-        std::mutex mutex;
-        int status = 200;
-        std::string body;
-    };
-    std::shared_ptr<Canned> canned = std::make_shared<Canned>();
 };
 
 }  // namespace korvane::testing
