@@ -5,40 +5,13 @@
 #include <type_traits>
 
 #include "platform/Base64.hpp"
+#include "platform/Text.hpp"
 
 namespace anycodable {
 namespace {
 
 // Seconds between 1970-01-01 and 2001-01-01, the phone's reference date.
 constexpr double kReferenceDateOffset = 978307200.0;
-
-// Length of the UTF-8 sequence starting at `i`, or 0 when it is not well formed.
-std::size_t utf8SequenceLength(std::string_view s, std::size_t i) {
-    auto c = static_cast<unsigned char>(s[i]);
-    std::size_t extra;
-    std::uint32_t cp;
-    if (c < 0x80) return 1;
-    if ((c & 0xE0) == 0xC0) {
-        extra = 1;
-        cp = c & 0x1F;
-    } else if ((c & 0xF0) == 0xE0) {
-        extra = 2;
-        cp = c & 0x0F;
-    } else if ((c & 0xF8) == 0xF0) {
-        extra = 3;
-        cp = c & 0x07;
-    } else
-        return 0;
-    if (i + extra >= s.size()) return 0;
-    for (std::size_t k = 1; k <= extra; ++k) {
-        auto cc = static_cast<unsigned char>(s[i + k]);
-        if ((cc & 0xC0) != 0x80) return 0;
-        cp = (cp << 6) | (cc & 0x3F);
-    }
-    constexpr std::uint32_t minimum[] = {0, 0x80, 0x800, 0x10000};
-    if (cp < minimum[extra] || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) return 0;
-    return extra + 1;
-}
 
 template <class T>
 void appendNumber(std::string& out, T value) {
@@ -195,7 +168,7 @@ void JsonWriter::writeEscaped(std::string_view text) {
     for (std::size_t i = 0; i < text.size();) {
         auto c = static_cast<unsigned char>(text[i]);
         if (c >= 0x80) {
-            std::size_t length = utf8SequenceLength(text, i);
+            std::size_t length = platform::utf8SequenceLength(text, i);
             if (length == 0) {
                 record("The string is not valid UTF-8.");
                 return;

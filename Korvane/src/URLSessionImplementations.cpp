@@ -16,33 +16,11 @@
 #include "Korvane/internal/Execution.hpp"
 #include "platform/CurlSession.hpp"
 #include "platform/DeviceInfo.hpp"
+#include "platform/Text.hpp"
 #include "platform/Uuid.hpp"
 
 namespace korvane::internal {
 namespace {
-
-bool isValidUtf8(std::string_view text) {
-    std::size_t i = 0;
-    while (i < text.size()) {
-        auto byte = static_cast<unsigned char>(text[i]);
-        std::size_t length = byte < 0x80           ? 1
-                             : (byte >> 5) == 0x6  ? 2
-                             : (byte >> 4) == 0xE  ? 3
-                             : (byte >> 3) == 0x1E ? 4
-                                                   : 0;
-        if (length == 0 || i + length > text.size()) return false;
-        std::uint32_t code = length == 1 ? byte : byte & (0x7F >> length);
-        for (std::size_t k = 1; k < length; ++k) {
-            auto next = static_cast<unsigned char>(text[i + k]);
-            if ((next & 0xC0) != 0x80) return false;
-            code = (code << 6) | (next & 0x3F);
-        }
-        static constexpr std::uint32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
-        if (code < kSmallest[length] || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) return false;
-        i += length;
-    }
-    return true;
-}
 
 // Holds the task identifier from the moment the task exists; read by the clean-up action,
 // which may run on another thread.
@@ -147,7 +125,7 @@ std::optional<ErrorResponse> responseFailure(const std::optional<std::string>& d
 }
 
 std::string utf8OrEmpty(const std::optional<std::string>& data) {
-    if (!data || !isValidUtf8(*data)) return {};
+    if (!data || !platform::isValidUtf8(*data)) return {};
     return *data;
 }
 

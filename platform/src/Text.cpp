@@ -158,6 +158,45 @@ std::optional<std::size_t> utf16Offset(std::string_view utf8, std::size_t byteIn
     return found;
 }
 
+std::size_t utf8SequenceLength(std::string_view utf8, std::size_t at) {
+    const auto lead = static_cast<unsigned char>(utf8[at]);
+    if (lead < 0x80) return 1;
+    std::size_t extra = 0;
+    std::uint32_t codePoint = 0;
+    if ((lead & 0xE0) == 0xC0) {
+        extra = 1;
+        codePoint = lead & 0x1F;
+    } else if ((lead & 0xF0) == 0xE0) {
+        extra = 2;
+        codePoint = lead & 0x0F;
+    } else if ((lead & 0xF8) == 0xF0) {
+        extra = 3;
+        codePoint = lead & 0x07;
+    } else {
+        return 0;
+    }
+    if (at + extra >= utf8.size()) return 0;
+    for (std::size_t k = 1; k <= extra; ++k) {
+        const auto next = static_cast<unsigned char>(utf8[at + k]);
+        if ((next & 0xC0) != 0x80) return 0;
+        codePoint = (codePoint << 6) | (next & 0x3F);
+    }
+    constexpr std::uint32_t kSmallest[] = {0, 0x80, 0x800, 0x10000};
+    if (codePoint < kSmallest[extra] || codePoint > 0x10FFFF || (codePoint >= 0xD800 && codePoint <= 0xDFFF)) {
+        return 0;
+    }
+    return extra + 1;
+}
+
+bool isValidUtf8(std::string_view utf8) {
+    for (std::size_t at = 0; at < utf8.size();) {
+        const std::size_t length = utf8SequenceLength(utf8, at);
+        if (length == 0) return false;
+        at += length;
+    }
+    return true;
+}
+
 bool isNumber(std::string_view character) {
     const std::optional<UChar32> c = firstCodePoint(character, nullptr);
     return c && u_getIntPropertyValue(*c, UCHAR_NUMERIC_TYPE) != U_NT_NONE;

@@ -154,6 +154,33 @@ TEST(AnyCodableWrite, FailuresCarryMessageAndPath) {
     }
 }
 
+TEST(AnyCodableWrite, StringsGoOutOnlyAsWellFormedUtf8) {
+    const struct {
+        std::string text;
+        bool written;
+        const char* why;
+    } cases[] = {
+        {"\xC3\xA9 \xE2\x82\xAC \xF0\x9F\x98\x80", true, "two, three and four bytes"},
+        {"\xF4\x8F\xBF\xBF", true, "the last code point"},
+        {"\x80", false, "a stray continuation byte"},
+        {"\xE2\x82", false, "a sequence cut short by the end"},
+        {"\xE2\x28\xAC", false, "a sequence cut short by another character"},
+        {"\xC0\xAF", false, "an overlong form"},
+        {"\xED\xA0\x80", false, "an encoded surrogate"},
+        {"\xF4\x90\x80\x80", false, "past U+10FFFF"},
+        {"\xF8\x88\x80\x80\x80", false, "a five-byte form"},
+    };
+    for (const auto& c : cases) {
+        auto json = AnyCodable(c.text).toJson();
+        EXPECT_EQ(json.has_value(), c.written) << c.why;
+        if (json) {
+            EXPECT_EQ(*json, "\"" + c.text + "\"") << c.why;
+        } else {
+            EXPECT_EQ(json.error().debugDescription, "The string is not valid UTF-8.") << c.why;
+        }
+    }
+}
+
 TEST(AnyCodableEquality, NoNumericWidening) {
     EXPECT_NE(AnyCodable(1), AnyCodable(1.0));
     EXPECT_NE(AnyCodable(1), AnyCodable(Int32{1}));

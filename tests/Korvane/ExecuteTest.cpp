@@ -43,15 +43,6 @@ TEST_F(ExecuteTest, AddHeaderWithEmptyValueNeitherAddsNorDeletes) {
     EXPECT_FALSE(sent.headers.contains("KV-TRACE-ID"));
 }
 
-TEST_F(ExecuteTest, PostWithoutParametersSendsNoBodyAndNoContentType) {
-    answer(server, "/p", 200);
-    ASSERT_TRUE(run(builder<Void>("POST", "/p")).value());
-    const auto sent = server.receivedRequests().at(0);
-    EXPECT_EQ(sent.method, "POST");
-    EXPECT_TRUE(sent.body.empty());
-    EXPECT_FALSE(sent.headers.contains("Content-Type"));
-}
-
 TEST_F(ExecuteTest, ContentTypeWithCharsetIsMerelySentOnGet) {
     answer(server, "/g", 200);
     ASSERT_TRUE(run(builder<Void>("GET", "/g", {{"Content-Type", "application/json; charset=utf-8"}})).value());

@@ -4,8 +4,8 @@
 #include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
 
-#include "Korvane/ApiWireTable.hpp"
 #include "Korvane/OperationTable.hpp"
+#include "Korvane/WireTable.hpp"
 
 namespace korvane {
 namespace {
@@ -31,11 +31,11 @@ TEST(OperationTable, NamesFollowTheRowsAndMembersKeepBothForms) {
 }
 
 TEST(OperationTable, AMissingWireRowFailsNamingTheOperation) {
-    const std::vector<WireRow> onlyGet = {{.api = "SampleAPI", .operation = "callGet"}};
+    const std::vector<WireRow> onlyGet = {{.call = {.api = "SampleAPI", .operation = "callGet"}}};
     EXPECT_NONFATAL_FAILURE(testing::expectEveryOperationHasARow<SampleAPI>(onlyGet, "SampleAPI"),
                             "no wire row for SampleAPI.delete_");
-    const std::vector<WireRow> otherApi = {{.api = "OtherAPI", .operation = "callGet"},
-                                           {.api = "SampleAPI", .operation = "delete_"}};
+    const std::vector<WireRow> otherApi = {{.call = {.api = "OtherAPI", .operation = "callGet"}},
+                                           {.call = {.api = "SampleAPI", .operation = "delete_"}}};
     EXPECT_NONFATAL_FAILURE(testing::expectEveryOperationHasARow<SampleAPI>(otherApi, "SampleAPI"),
                             "no wire row for SampleAPI.callGet");
 }

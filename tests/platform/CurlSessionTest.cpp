@@ -251,11 +251,13 @@ TEST_F(CurlSessionTest, ManyInFlightAllCompleteWithTheirOwnAnswers) {
 }
 
 TEST_F(CurlSessionTest, CompletionRunsOnDelegateQueueAndMayReenter) {
+    // The inner request waits for an answer that comes too late, so the cancel always wins.
+    server.on("GET", "/slow", [](const LoopbackRequest&) { return delayed(10s, respond(200)); });
     std::promise<std::pair<bool, platform::HttpResult>> inner;
     auto outer = session.dataTask(http_test::get(server.baseUrl() + "/echo"), [&](platform::HttpResult) {
         const bool onDelegate = session.delegateQueue().isCurrent();
         auto next =
-            session.dataTask(http_test::get(server.baseUrl() + "/echo"), [&, onDelegate](platform::HttpResult r) {
+            session.dataTask(http_test::get(server.baseUrl() + "/slow"), [&, onDelegate](platform::HttpResult r) {
                 inner.set_value({onDelegate, std::move(r)});
             });
         next->resume();

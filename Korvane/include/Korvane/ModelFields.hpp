@@ -88,6 +88,13 @@ template <class Model>
     return {member};
 }
 
+// The member that one form of a shared model does not have (an update body has no "id", a
+// problem report without field errors has no "errors"): empty, equal to itself, and never in
+// a field table, so it never reaches the wire.
+struct NoField {
+    friend bool operator==(NoField, NoField) = default;
+};
+
 template <class... Fields>
 [[nodiscard]] constexpr std::tuple<Fields...> fields(Fields... f) {
     return {f...};

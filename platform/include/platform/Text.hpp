@@ -42,6 +42,16 @@ namespace platform {
 // inside a sequence.
 [[nodiscard]] std::optional<std::size_t> utf16Offset(std::string_view utf8, std::size_t byteIndex);
 
+// The length in bytes (1 to 4) of the well-formed UTF-8 sequence that starts at byte `at`, or 0
+// when none starts there: a stray continuation byte, a truncated sequence, an overlong form, a
+// surrogate or a code point past U+10FFFF. For checks that refuse such text rather than read
+// it as U+FFFD (JSON output, decoded URL components, bodies shown as text).
+// REQUIRES: at < utf8.size().
+[[nodiscard]] std::size_t utf8SequenceLength(std::string_view utf8, std::size_t at);
+
+// Whether all of `utf8` is well-formed UTF-8 (see utf8SequenceLength); true for empty text.
+[[nodiscard]] bool isValidUtf8(std::string_view utf8);
+
 // Whether the first code point of `character` has a numeric type: decimal digits of any
 // script ("7", "٤"), other digits ("²") and numerals ("½", "Ⅻ", "万"). False for empty text.
 [[nodiscard]] bool isNumber(std::string_view character);
