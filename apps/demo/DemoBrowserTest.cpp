@@ -1,6 +1,6 @@
 // The demo as a person uses it, in headless Chromium: the home page, a screen opened live, keys
-// typed into the secure card fields and a card tokenized against the sandbox vault, then a
-// failure injected from the panel and the error view it brings. Every step leaves a screenshot
+// typed into the secure card fields and a card tokenized against the sandbox vault, then
+// failures injected from the panel (the vault's, the wallet's) and what the screens show of them. Every step leaves a screenshot
 // in the build folder (demo-*.png) and fails when a part of the page has no size or two parts
 // overlap.
 
@@ -92,6 +92,17 @@ TEST_F(DemoInBrowser, TypesACardTokenizesItAndShowsAnInjectedFailure) {
     step("tokenized");
     EXPECT_EQ(browser.evaluate("document.body.innerHTML.includes('4242424242424242')").get<bool>(), false)
         << "the page never holds the raw number";
+
+    // The vault, scripted from the panel, refuses the next tokenize.
+    browser.evaluate(
+        "document.getElementById('operation').value = 'vault POST /tokenize';"
+        "document.getElementById('effect').value = 'failNext';"
+        "document.getElementById('value').value = 'The vault is down for the demo.'; true");
+    click("#apply");
+    click(".stage button[data-view=ToviButton]");
+    ASSERT_TRUE(waitFor("document.querySelector('[data-id=status]').textContent.startsWith('The vault refused')"))
+        << browser.evaluate("document.querySelector('[data-id=status]').textContent");
+    step("vault-failure");
 
     browser.navigate(server->url() + "/new?screen=walletStates");
     ASSERT_TRUE(waitFor("document.querySelector('[data-id=balance]')"));

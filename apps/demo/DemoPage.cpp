@@ -1,6 +1,7 @@
 #include "DemoPage.hpp"
 
 #include "sandbox/SandboxToviClient.hpp"
+#include "sandbox/SandboxVaultServer.hpp"
 
 namespace tovi::demo {
 
@@ -173,6 +174,10 @@ PageChrome sessionChrome(const std::string& sessionId, const screens::ScreenEntr
         const auto name = sandbox::operationName(static_cast<sandbox::SandboxOperation>(i));
         operations += option(name, name, false);
     }
+    for (std::size_t i = 0; i < sandbox::kSandboxVaultRouteCount; ++i) {
+        const std::string name = "vault " + sandbox::routeName(static_cast<sandbox::SandboxVaultRoute>(i));
+        operations += option(name, name, false);
+    }
     chrome.bodyStart = "<div class=\"demo\"><main class=\"stage\" aria-label=\"" + escaped(screen.title) + "\">";
     chrome.bodyEnd =
         "</main><aside class=\"panel\">"
@@ -184,13 +189,14 @@ PageChrome sessionChrome(const std::string& sessionId, const screens::ScreenEntr
         "<button onclick=\"act('dismiss')\">Dismiss sheet</button>"
         "<button onclick=\"act('back')\">Back</button></div>"
         "<div id=\"status\" class=\"status\" role=\"status\"></div></section>"
-        "<section><h2>Sandbox wallet</h2><div class=\"row\"><select id=\"operation\">" +
+        "<section><h2>Sandbox wallet and vault</h2><div class=\"row\"><select id=\"operation\">" +
         operations + "</select><select id=\"effect\">" + option("failNext", "fail next call", true) +
         option("failAlways", "fail every call", false) + option("latency", "latency (ms)", false) +
         option("clear", "clear", false) +
         "</select></div><div class=\"row\"><input id=\"value\" type=\"text\" placeholder=\"message or ms\">"
         "<button id=\"apply\" onclick=\"applyWallet()\">Apply</button></div>"
-        "<div>Calls made after this; Reset starts the screen again.</div></section>"
+        "<div>Calls made after this; Reset starts the screen again. The vault is one for every tab."
+        "</div></section>"
         "<section><h2>Device</h2><div class=\"row\">Theme <select id=\"theme\" "
         "onchange=\"sandbox({theme:this.value})\">" +
         option("default", "default", !settings.customTheme) + option("custom", "custom brand", settings.customTheme) +

@@ -94,39 +94,63 @@ void nameNodes(const ViewRef& ref, std::unordered_map<const NodeData*, std::stri
     for (const ViewRef& child : ref.children()) nameNodes(child, names);
 }
 
-std::optional<sandbox::SandboxOperation> walletOperation(std::string_view name) {
+// What the panel scripts: a wallet operation (this tab's sandbox) or a vault route (the one
+// vault every tab shares), by the names the panel lists.
+struct Scripted {
+    std::optional<sandbox::SandboxOperation> operation;
+    std::optional<sandbox::SandboxVaultRoute> route;
+};
+
+constexpr std::string_view kVaultPrefix = "vault ";
+
+Scripted scriptedNamed(std::string_view name) {
     for (std::size_t i = 0; i < sandbox::kSandboxOperationCount; ++i) {
         const auto operation = static_cast<sandbox::SandboxOperation>(i);
-        if (sandbox::operationName(operation) == name) return operation;
+        if (sandbox::operationName(operation) == name) return {.operation = operation};
     }
-    return std::nullopt;
+    for (std::size_t i = 0; i < sandbox::kSandboxVaultRouteCount; ++i) {
+        const auto route = static_cast<sandbox::SandboxVaultRoute>(i);
+        if (name.starts_with(kVaultPrefix) && name.substr(kVaultPrefix.size()) == sandbox::routeName(route)) {
+            return {.route = route};
+        }
+    }
+    return {};
 }
 
-// Applies one wallet setting of the panel; the reason when it is malformed.
-std::optional<std::string> scriptWallet(sandbox::SandboxToviClient& wallet, const Json& setting) {
+// Applies one setting of the panel; the reason when it is malformed.
+std::optional<std::string> applyScript(sandbox::SandboxToviClient& wallet, sandbox::SandboxVaultServer& vault,
+                                       const Json& setting) {
     if (!setting.is_object()) return "\"wallet\" must be an object with \"operation\" and \"effect\"";
     const std::string name = setting.value("operation", "");
-    const auto operation = walletOperation(name);
-    if (!operation) return "no wallet operation is named \"" + name + "\"";
+    const Scripted target = scriptedNamed(name);
+    if (!target.operation && !target.route) return "no wallet operation or vault route is named \"" + name + "\"";
     const std::string effect = setting.value("effect", "");
     if (effect == "failNext" || effect == "failAlways") {
         const std::string message = setting.value("message", "The sandbox was told to fail.");
         if (message.empty() || message.size() > 200) return "the message must have 1 to 200 characters";
-        if (effect == "failNext") {
-            wallet.failNext(*operation, message);
-        } else {
-            wallet.failAlways(*operation, message);
-        }
+        // A vault failure is a server's answer: 503 with the message as its problem title.
+        if (target.route && effect == "failNext") vault.failNext(*target.route, 503, message);
+        if (target.route && effect == "failAlways") vault.failAlways(*target.route, 503, message);
+        if (target.operation && effect == "failNext") wallet.failNext(*target.operation, message);
+        if (target.operation && effect == "failAlways") wallet.failAlways(*target.operation, message);
     } else if (effect == "latency") {
         const auto ms = setting.find("ms");
         if (ms == setting.end() || !ms->is_number_integer() || ms->get<std::int64_t>() < 0 ||
             ms->get<std::int64_t>() > 60'000) {
             return "\"ms\" must be a whole number from 0 to 60000";
         }
-        wallet.setLatency(*operation, std::chrono::milliseconds(ms->get<std::int64_t>()));
+        const std::chrono::milliseconds latency(ms->get<std::int64_t>());
+        if (target.route) vault.setLatency(*target.route, latency);
+        if (target.operation) wallet.setLatency(*target.operation, latency);
     } else if (effect == "clear") {
-        wallet.clearFailures(*operation);
-        wallet.setLatency(*operation, std::chrono::milliseconds(0));
+        if (target.route) {
+            vault.clearFailures(*target.route);
+            vault.setLatency(*target.route, std::chrono::milliseconds(0));
+        }
+        if (target.operation) {
+            wallet.clearFailures(*target.operation);
+            wallet.setLatency(*target.operation, std::chrono::milliseconds(0));
+        }
     } else {
         return "\"effect\" must be failNext, failAlways, latency or clear";
     }
@@ -232,7 +256,7 @@ void DemoSession::start() {
         host_.reset();
         environment_ = std::make_unique<screens::SandboxEnvironment>(queue_, platform::backgroundPool(), vault_);
         environment_->wallet()->setSandboxMode(settings_->demoMode);
-        for (const Json& setting : walletScript_) (void)scriptWallet(*environment_->wallet(), setting);
+        for (const Json& setting : walletScript_) (void)applyScript(*environment_->wallet(), *vault_, setting);
         host_ = std::make_unique<ScreenHost>(screen_.make(*environment_), HostOptions{.mainQueue = queue_});
         host_->setOnRebuild([this](const Node& tree) {
             if (updates_.hasStreams()) updates_.send("update", stateOf(tree).dump(), true);
@@ -321,7 +345,7 @@ Json DemoSession::script(const Json& request) {
     const Json& value = request.begin().value();
     bool restart = false;
     if (key == "wallet") {
-        if (auto error = scriptWallet(*environment_->wallet(), value)) return failure(*error);
+        if (auto error = applyScript(*environment_->wallet(), *vault_, value)) return failure(*error);
         // Kept, so that a restarted screen meets the same sandbox.
         walletScript_.push_back(value);
     } else if (key == "theme" && value.is_string() && (value == "default" || value == "custom")) {

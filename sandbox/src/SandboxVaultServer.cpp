@@ -113,7 +113,6 @@ public:
 
     SandboxVaultTokens tokens;
 
-private:
     struct Route {
         SandboxVaultRoute route;
         const char* method;
@@ -122,6 +121,7 @@ private:
     };
     static const Route kRoutes[6];
 
+private:
     static platform::testing::LoopbackServer::Options serverOptions(const Options& options) {
         platform::testing::LoopbackServer::Options server;
         server.keepRequests = 0;  // the vault keeps its own records, after the key check
@@ -281,6 +281,14 @@ const SandboxVaultServer::Impl::Route SandboxVaultServer::Impl::kRoutes[6] = {
     {SandboxVaultRoute::proxy, "*", "/proxy", &Impl::proxy},
     {SandboxVaultRoute::proxy, "*", "/proxy/*", &Impl::proxy},
 };
+
+std::string routeName(SandboxVaultRoute route) {
+    for (const auto& row : SandboxVaultServer::Impl::kRoutes) {
+        if (row.route == route)
+            return std::string(std::string_view(row.method) == "*" ? "ANY" : row.method) + " " + row.pattern;
+    }
+    return "?";
+}
 
 SandboxVaultServer::SandboxVaultServer() : SandboxVaultServer(Options{}) {}
 SandboxVaultServer::SandboxVaultServer(Options options) : impl_(std::make_unique<Impl>(std::move(options))) {}

@@ -62,6 +62,8 @@ namespace tovi::sandbox {
 // The routes a host can script.
 enum class SandboxVaultRoute { tokenize, createToken, readToken, createSession, proxy };
 inline constexpr std::size_t kSandboxVaultRouteCount = 5;
+// "POST /tokenize", "GET /tokens/*", ...: the route as a person scripting it reads it.
+[[nodiscard]] std::string routeName(SandboxVaultRoute route);
 
 // A request as a proxy key's handler (or the observer) sees it.
 struct SandboxVaultRequest {
