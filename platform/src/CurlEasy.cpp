@@ -167,6 +167,8 @@ std::optional<HttpError> validateUrl(const std::string& url) {
 curl_slist* configureEasy(CURL* easy, const HttpRequest& request, AttemptSink& sink,
                           const std::optional<AttemptAuth>& auth, void* owner) {
     curl_easy_setopt(easy, CURLOPT_URL, request.url.c_str());
+    // Paths go out as built: dot segments are refused where requests are built, not resolved here.
+    curl_easy_setopt(easy, CURLOPT_PATH_AS_IS, 1L);
     sink.origin = originOf(request.url);
     sink.status = 0;
     sink.redirectRefused = false;

@@ -176,6 +176,12 @@ TEST_F(CurlSessionTest, RedirectsLeaveNoOrigin) {
     }
 }
 
+TEST_F(CurlSessionTest, PathsGoOutAsBuiltWithTheirDotSegments) {
+    (void)http_test::perform(session, http_test::get(server.baseUrl() + "/vault/a/../../keys/./x"));
+    ASSERT_EQ(server.requestCount(), 1u);
+    EXPECT_EQ(server.receivedRequests().at(0).path, "/vault/a/../../keys/./x");
+}
+
 TEST_F(CurlSessionTest, EachFailureKindHasItsOwnCode) {
     server.on("GET", "/slow", [](const LoopbackRequest&) { return delayed(10s, respond(200, "late")); });
     server.on("GET", "/cut", [](const LoopbackRequest&) { return cutMidBody(std::string(64 * 1024, 'c')); });
