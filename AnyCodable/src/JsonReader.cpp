@@ -11,7 +11,7 @@ class Builder {
 public:
     using Json = nlohmann::json;
 
-    explicit Builder(std::size_t maxDepth) : maxDepth_(maxDepth) {}
+    Builder(std::size_t maxDepth, std::size_t size) : maxDepth_(maxDepth), size_(size) {}
 
     bool null() { return add(Null{}); }
     bool boolean(bool v) { return add(v); }
@@ -20,8 +20,8 @@ public:
         if (v <= static_cast<std::uint64_t>(INT64_MAX)) return add(static_cast<std::int64_t>(v));
         return add(v);
     }
-    bool number_float(double v, const std::string& text) {
-        if (!std::isfinite(v)) return corrupt("Number " + text + " is not representable.");
+    bool number_float(double v, const std::string&) {
+        if (!std::isfinite(v)) return corrupt("A number is outside the double range.");
         // Integral values go to the first integer type that holds them exactly.
         if (v == std::trunc(v)) {
             if (v >= -9223372036854775808.0 && v < 9223372036854775808.0) return add(static_cast<std::int64_t>(v));
@@ -41,8 +41,12 @@ public:
     bool start_array(std::size_t) { return open(false); }
     bool end_array() { return close(); }
 
-    bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception& ex) {
-        return corrupt(std::string("The given data was not valid JSON. ") + ex.what());
+    // The parser's own message quotes the last token read, which may be a card number: only
+    // the kind and the byte offset go into the error.
+    bool parse_error(std::size_t position, const std::string&, const nlohmann::detail::exception&) {
+        const char* kind = position > size_ ? "unexpected end of input" : "unexpected character";
+        return corrupt(std::string("The given data was not valid JSON: ") + kind + " at offset " +
+                       std::to_string(position > 0 ? position - 1 : 0) + ".");
     }
 
     [[nodiscard]] std::expected<Value, DecodingError> result() && {
@@ -51,7 +55,8 @@ public:
     }
     [[nodiscard]] bool failed() const { return error_.has_value(); }
     bool corrupt(std::string message) {
-        if (!error_) error_ = DecodingError{DecodingError::Kind::dataCorrupted, path(), std::move(message)};
+        // No coding path: the keys are input too.
+        if (!error_) error_ = DecodingError{DecodingError::Kind::dataCorrupted, {}, std::move(message)};
         return false;
     }
 
@@ -94,15 +99,8 @@ private:
         return true;
     }
 
-    [[nodiscard]] CodingPath path() const {
-        CodingPath p;
-        for (const auto& frame : frames_) {
-            p.push_back(frame.object ? frame.key : "Index " + std::to_string(frame.array.size()));
-        }
-        return p;
-    }
-
     std::size_t maxDepth_;
+    std::size_t size_;
     std::vector<Frame> frames_;
     Value root_;
     std::optional<DecodingError> error_;
@@ -111,13 +109,13 @@ private:
 }  // namespace
 
 std::expected<Value, DecodingError> readJson(std::string_view text, ReadOptions options) {
-    Builder builder(options.maxDepth);
+    Builder builder(options.maxDepth, text.size());
     try {
         bool ok = nlohmann::json::sax_parse(text.begin(), text.end(), &builder);
         if (!ok && !builder.failed()) builder.corrupt("The given data was not valid JSON.");
-    } catch (const std::exception& ex) {
+    } catch (const std::exception&) {
         // The parser reports through the handler; this guards allocation failures.
-        builder.corrupt(std::string("The given data was not valid JSON. ") + ex.what());
+        builder.corrupt("The given data could not be read.");
     }
     return std::move(builder).result();
 }

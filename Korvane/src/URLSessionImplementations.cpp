@@ -17,6 +17,7 @@
 #include "platform/CurlSession.hpp"
 #include "platform/DeviceInfo.hpp"
 #include "platform/Text.hpp"
+#include "platform/Url.hpp"
 #include "platform/Uuid.hpp"
 
 namespace korvane::internal {
@@ -207,6 +208,18 @@ std::expected<std::filesystem::path, UnderlyingError> storeDownload(const std::s
         return std::unexpected(UnderlyingError(error));
     }
     return target;
+}
+
+bool hasDotSegment(std::string_view path) {
+    while (!path.empty()) {
+        const auto slash = path.find('/');
+        const auto segment = path.substr(0, slash);
+        const auto decoded = platform::percentDecode(segment);
+        if (decoded && (*decoded == "." || *decoded == "..")) return true;
+        if (slash == std::string_view::npos) break;
+        path.remove_prefix(slash + 1);
+    }
+    return false;
 }
 
 }  // namespace korvane::internal

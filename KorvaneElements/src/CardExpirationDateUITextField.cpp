@@ -189,19 +189,20 @@ std::string CardExpirationDateUITextField::monthText() const {
 std::string CardExpirationDateUITextField::yearText() const {
     const std::string value = applyTransform(fieldText());
     const auto parts = splitAtSlash(value);
-    if (parts.size() < 2) {
-        platform::fatalStop("CardExpirationDateUITextField: the expiration date has no year after \"/\"");
-    }
+    // Half-typed ("1", "12"): there is no year yet, which the reference reads as no value.
+    if (parts.size() < 2) return std::string();
     return "20" + std::string(parts[1]);
 }
 
+// A reference taken before the field was ever edited reads as incomplete, so that the request
+// fails as invalid input rather than stopping on an unknown completeness.
 std::shared_ptr<ElementValueReference> CardExpirationDateUITextField::month() const {
     return std::make_shared<ElementValueReference>(
         elementId(),
         [handle = selfHandle()] {
             return *handle ? static_cast<const CardExpirationDateUITextField*>(*handle)->monthText() : std::string();
         },
-        isComplete(), ElementValueType::int_);
+        isComplete().value_or(false), ElementValueType::int_);
 }
 
 std::shared_ptr<ElementValueReference> CardExpirationDateUITextField::year() const {
@@ -210,12 +211,12 @@ std::shared_ptr<ElementValueReference> CardExpirationDateUITextField::year() con
         [handle = selfHandle()] {
             return *handle ? static_cast<const CardExpirationDateUITextField*>(*handle)->yearText() : std::string();
         },
-        isComplete(), ElementValueType::int_);
+        isComplete().value_or(false), ElementValueType::int_);
 }
 
 std::shared_ptr<ElementValueReference> CardExpirationDateUITextField::format(std::string_view dateFormat) const {
-    auto reference =
-        std::make_shared<ElementValueReference>(elementId(), nullptr, isComplete(), ElementValueType::string);
+    auto reference = std::make_shared<ElementValueReference>(elementId(), nullptr, isComplete().value_or(false),
+                                                             ElementValueType::string);
     const auto yearValue = internal::parseInt64(yearText());
     const auto monthValue = internal::parseInt64(monthText());
     if (!yearValue || !monthValue) {

@@ -149,7 +149,10 @@ ElementEvent CardNumberUITextField::buildTextChangeEvent(const std::optional<std
             std::vector<std::string_view>(
                 characters.end() - static_cast<std::ptrdiff_t>(std::min<std::size_t>(4, count)), characters.end()),
             4));
-        const std::string bin(internal::joinPrefix(characters, count < 16 ? 6 : 8));
+        // Together the bin and the last four leave at least four digits unpublished: a short
+        // custom brand gets a shorter bin (none at eight digits or fewer).
+        const std::size_t binLength = std::min<std::size_t>(count < 16 ? 6 : 8, count > 8 ? count - 8 : 0);
+        const std::string bin(internal::joinPrefix(characters, binLength));
         details.push_back({"cardLast4", last4});
         details.push_back({"cardBin", bin});
         cardMetadata_.cardLast4 = last4;

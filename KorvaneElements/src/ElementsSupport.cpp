@@ -65,7 +65,11 @@ void buildResponseTree(const anycodable::Value& value, JSON& node, LeafMaker lea
 std::expected<anycodable::Value, anycodable::DecodingError> parseResponseObject(std::string_view body) {
     auto parsed = anycodable::readJson(body);
     if (!parsed) return std::unexpected(std::move(parsed.error()));
-    if (parsed->is<anycodable::Array>()) platform::fatalStop("Response body is a JSON array, not an object");
+    if (parsed->is<anycodable::Array>()) {
+        return std::unexpected(anycodable::DecodingError{anycodable::DecodingError::Kind::typeMismatch,
+                                                         {},
+                                                         "Expected to decode Dictionary but found an array instead."});
+    }
     if (!parsed->is<anycodable::Map>()) {
         return std::unexpected(anycodable::DecodingError{
             anycodable::DecodingError::Kind::dataCorrupted, {}, "JSON text did not start with array or object"});

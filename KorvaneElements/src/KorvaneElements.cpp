@@ -3,7 +3,10 @@
 
 #include "KorvaneElements/KorvaneElements.hpp"
 
+#include <expected>
 #include <mutex>
+#include <type_traits>
+#include <variant>
 
 #include "ElementsSupport.hpp"
 #include "Korvane/KorvaneAPI.hpp"
@@ -58,7 +61,8 @@ void addElementHeaders(korvane::RequestBuilder<T>& builder, const std::optional<
 }
 
 // Steps 4 to 7 of every vault call: base path, builder, headers, execution. `onSuccess` turns
-// the response body into what the completion receives.
+// the response body into what the completion receives, or into a decoding failure when the
+// answer decoded but is not what the call needs.
 template <class T, class Out, class Build, class Convert>
 void executeVaultCall(std::string_view endpoint, const std::string& traceId, const std::optional<std::string>& apiKey,
                       Build build, Convert onSuccess, KorvaneElements::Completion<Out> completion) {
@@ -68,12 +72,29 @@ void executeVaultCall(std::string_view endpoint, const std::string& traceId, con
     builder->execute([endpoint, traceId, onSuccess = std::move(onSuccess),
                       completion = std::move(completion)](typename korvane::RequestBuilder<T>::Result result) {
         if (!result) {
+            if (std::holds_alternative<anycodable::DecodingError>(result.error().error)) {
+                // An answer that doesn't decode is not the vault's word: its bytes (card data,
+                // perhaps) stay here.
+                result.error().data.reset();
+                if (result.error().response) result.error().response->body.clear();
+            }
             const std::string error = korvane::describe(result.error().error);
             completion(std::nullopt, internal::failure(std::move(result.error())));
             internal::logApiFailure(endpoint, traceId, error);
             return;
         }
-        completion(onSuccess(std::move(result->body)), std::nullopt);
+        auto converted = onSuccess(std::move(result->body));
+        if constexpr (std::is_same_v<decltype(converted), std::expected<Out, anycodable::DecodingError>>) {
+            if (!converted) {
+                const std::string error = converted.error().description();
+                completion(std::nullopt, internal::failure(std::move(converted.error())));
+                internal::logApiFailure(endpoint, traceId, error);
+                return;
+            }
+            completion(std::move(*converted), std::nullopt);
+        } else {
+            completion(std::move(converted), std::nullopt);
+        }
         internal::logApiSuccess(endpoint, traceId);
     });
 }
@@ -166,9 +187,12 @@ void KorvaneElements::getTokenById(std::string id, std::optional<std::string> ap
     internal::logApiRequestStart(kGetTokenEndpoint, traceId);
     executeVaultCall<korvane::Token>(
         kGetTokenEndpoint, traceId, apiKey, [&] { return korvane::TokensAPI::getById.withRequestBuilder(id); },
-        [](korvane::Token token) {
+        [](korvane::Token token) -> std::expected<GetTokenByIdResponse, anycodable::DecodingError> {
             if (!token.data || !token.data->value.is<anycodable::Map>()) {
-                platform::fatalStop("The data of a token read back is not a JSON object");
+                return std::unexpected(anycodable::DecodingError{anycodable::DecodingError::Kind::typeMismatch,
+                                                                 {"data"},
+                                                                 "Expected to decode Dictionary but found another "
+                                                                 "kind instead."});
             }
             JSON tree = JSON::dictionary();
             internal::buildResponseTree(token.data->value, tree, &internal::makeOpaqueLeaf);

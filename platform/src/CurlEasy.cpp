@@ -1,6 +1,8 @@
 #include "CurlEasy.hpp"
 
 #include <algorithm>
+#include <cstdlib>
+#include <string>
 #include <string_view>
 
 namespace platform::http_internal {
@@ -27,6 +29,8 @@ size_t onHeader(char* data, size_t size, size_t count, void* user) {
         // A new response starts (redirect, interim 1xx, auth round): keep only the last.
         sink.response.headers = HttpHeaders();
         sink.response.body.clear();
+        const auto space = line.find(' ');
+        sink.status = space == std::string_view::npos ? 0 : std::atoi(std::string(line.substr(space + 1, 3)).c_str());
         return line.size();
     }
     const auto content = trim(line);
@@ -42,8 +46,16 @@ size_t onHeader(char* data, size_t size, size_t count, void* user) {
     }
     const auto colon = content.find(':');
     if (colon == std::string_view::npos) return line.size();
-    sink.response.headers.add(std::string(trim(content.substr(0, colon))),
-                              std::string(trim(content.substr(colon + 1))));
+    std::string name(trim(content.substr(0, colon)));
+    std::string value(trim(content.substr(colon + 1)));
+    // The next request would carry the body and every header (API keys included): a redirect
+    // that leaves the origin, or goes from https to http, ends the transfer before it is sent.
+    if (sink.status >= 300 && sink.status < 400 && equalsIgnoringCase(name, "Location") &&
+        originOf(sink.origin, value) != sink.origin) {
+        sink.redirectRefused = true;
+        return 0;
+    }
+    sink.response.headers.add(std::move(name), std::move(value));
     return line.size();
 }
 
@@ -63,6 +75,27 @@ bool sendsBody(const HttpRequest& request) {
 }
 
 }  // namespace
+
+std::string originOf(const std::string& base, const std::string& location) {
+    CURLU* url = curl_url();
+    std::string origin;
+    if (curl_url_set(url, CURLUPART_URL, base.c_str(), 0) == CURLUE_OK &&
+        (location.empty() || curl_url_set(url, CURLUPART_URL, location.c_str(), 0) == CURLUE_OK)) {
+        char* scheme = nullptr;
+        char* host = nullptr;
+        char* port = nullptr;
+        if (curl_url_get(url, CURLUPART_SCHEME, &scheme, 0) == CURLUE_OK &&
+            curl_url_get(url, CURLUPART_HOST, &host, 0) == CURLUE_OK &&
+            curl_url_get(url, CURLUPART_PORT, &port, CURLU_DEFAULT_PORT) == CURLUE_OK) {
+            origin = std::string(scheme) + "://" + host + ":" + port;
+        }
+        curl_free(scheme);
+        curl_free(host);
+        curl_free(port);
+    }
+    curl_url_cleanup(url);
+    return origin;
+}
 
 HttpError httpErrorFromCurl(CURLcode code, const char* detail) {
     HttpErrorCode mapped = HttpErrorCode::other;
@@ -134,6 +167,11 @@ std::optional<HttpError> validateUrl(const std::string& url) {
 curl_slist* configureEasy(CURL* easy, const HttpRequest& request, AttemptSink& sink,
                           const std::optional<AttemptAuth>& auth, void* owner) {
     curl_easy_setopt(easy, CURLOPT_URL, request.url.c_str());
+    // Paths go out as built: dot segments are refused where requests are built, not resolved here.
+    curl_easy_setopt(easy, CURLOPT_PATH_AS_IS, 1L);
+    sink.origin = originOf(request.url);
+    sink.status = 0;
+    sink.redirectRefused = false;
     curl_easy_setopt(easy, CURLOPT_PRIVATE, owner);
     curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
     curl_easy_setopt(easy, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));

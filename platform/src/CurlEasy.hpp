@@ -22,7 +22,15 @@ struct AttemptSink {
     HttpResponse response;
     HttpProgress* progress = nullptr;
     char errorBuffer[CURL_ERROR_SIZE] = {};
+    // Redirects are followed only within the origin of the request as built.
+    std::string origin;
+    int status = 0;  // of the response being read
+    bool redirectRefused = false;
 };
+
+// "scheme://host:port" of `location` read relative to `base`, ports always explicit; empty when
+// either doesn't parse.
+[[nodiscard]] std::string originOf(const std::string& base, const std::string& location = {});
 
 struct AttemptAuth {
     HttpCredential credential;

@@ -269,6 +269,11 @@ void CurlSession::Engine::ioFinished(CURLMsg* message) {
     curl_multi_remove_handle(multi_, transfer->easy);
     transfer->inMulti = false;
 
+    if (code != CURLE_OK && transfer->sink.redirectRefused) {
+        ioDeliver(*transfer, failure(HttpError{HttpErrorCode::redirectRefused,
+                                               "a redirect to another origin was refused", static_cast<int>(code)}));
+        return;
+    }
     if (code != CURLE_OK) {
         ioDeliver(*transfer, failure(httpErrorFromCurl(code, transfer->sink.errorBuffer)));
         return;

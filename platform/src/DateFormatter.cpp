@@ -57,6 +57,23 @@ std::unique_ptr<icu::Calendar> makeCalendar(CalendarKind kind, const icu::TimeZo
     return calendar;
 }
 
+// ICU reads fraction-of-second digits into a 32-bit integer and scales them by a 32-bit power
+// of ten, one factor per digit past the third. Both overflow as the run grows: ten to 34
+// digits give a wrong fraction (the overflow is undefined behaviour), and from 35 digits the
+// power wraps to zero and the division kills the process. Nine digits are nanoseconds, the
+// finest precision any server sends, and stay well inside 32 bits, so a longer run of digits
+// (in any script ICU reads as digits) is refused before ICU sees it.
+constexpr int32_t kMaxDigitRun = 9;
+
+bool hasOverlongDigitRun(const icu::UnicodeString& text) {
+    int32_t run = 0;
+    for (int32_t i = 0; i < text.length(); i = text.moveIndex32(i, 1)) {
+        run = u_isdigit(text.char32At(i)) ? run + 1 : 0;
+        if (run > kMaxDigitRun) return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 struct DateFormatter::Impl {
@@ -64,6 +81,9 @@ struct DateFormatter::Impl {
     std::string locale;
     std::string timeZone;
     std::unique_ptr<icu::SimpleDateFormat> format;
+    // Whether the pattern has a fraction-of-second field; others read long digit runs safely
+    // ("yyyyMMddHHmmss").
+    bool readsFractions = false;
 };
 
 std::expected<DateFormatter, DateFormatterError> DateFormatter::make(std::string_view pattern,
@@ -94,6 +114,7 @@ std::expected<DateFormatter, DateFormatterError> DateFormatter::make(std::string
     // After the calendar: leniency is also a property of the calendar.
     format->setLenient(options.lenient);
     impl->format = std::move(format);
+    impl->readsFractions = icuPattern.indexOf(u'S') >= 0;
     return DateFormatter(std::move(impl));
 }
 
@@ -105,6 +126,7 @@ DateFormatter::DateFormatter(const DateFormatter& other) : impl_(std::make_uniqu
     impl_->locale = other.impl_->locale;
     impl_->timeZone = other.impl_->timeZone;
     impl_->format.reset(other.impl_->format->clone());
+    impl_->readsFractions = other.impl_->readsFractions;
 }
 
 DateFormatter& DateFormatter::operator=(const DateFormatter& other) {
@@ -161,6 +183,7 @@ std::string DateFormatter::format(TimePoint date) const {
 std::optional<DateFormatter::TimePoint> DateFormatter::parse(std::string_view text) const {
     const icu::UnicodeString source = internal::toIcu(text);
     std::lock_guard lock(impl_->mutex);
+    if (impl_->readsFractions && hasOverlongDigitRun(source)) return std::nullopt;
     icu::ParsePosition position(0);
     const UDate date = impl_->format->parse(source, position);
     // ICU stops quietly before trailing text; the phone refuses it.

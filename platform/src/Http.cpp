@@ -79,6 +79,8 @@ std::string_view toString(HttpErrorCode code) {
             return "tls";
         case HttpErrorCode::tooManyRedirects:
             return "tooManyRedirects";
+        case HttpErrorCode::redirectRefused:
+            return "redirectRefused";
         case HttpErrorCode::other:
             return "other";
     }

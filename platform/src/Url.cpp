@@ -175,16 +175,39 @@ std::optional<Url> Url::parse(std::string_view text) {
             url.userInfo_ = std::string(userInfo);
             authority.remove_prefix(at + 1);
         }
-        auto portColon = authority.rfind(':');
-        if (portColon != std::string_view::npos && authority.find(']', portColon) == std::string_view::npos) {
-            auto portText = authority.substr(portColon + 1);
-            authority = authority.substr(0, portColon);
-            if (!portText.empty()) {
-                int port = 0;
-                auto [end, ec] = std::from_chars(portText.data(), portText.data() + portText.size(), port);
-                if (ec != std::errc{} || end != portText.data() + portText.size() || port < 0) return std::nullopt;
-                url.port_ = port;
+        // A bracketed IPv6 host must close its bracket and may be followed only by a port; a
+        // bracket or a colon anywhere else in the host is refused, as the transport would
+        // read such a host differently.
+        std::string_view portText;
+        bool hasPort = false;
+        if (authority.starts_with('[')) {
+            const auto close = authority.find(']');
+            if (close == std::string_view::npos) return std::nullopt;
+            const auto inside = authority.substr(1, close - 1);
+            if (inside.empty() || inside.find_first_not_of("0123456789abcdefABCDEF:.") != std::string_view::npos) {
+                return std::nullopt;
             }
+            const auto after = authority.substr(close + 1);
+            if (!after.empty() && after.front() != ':') return std::nullopt;
+            hasPort = !after.empty();
+            if (hasPort) portText = after.substr(1);
+            authority = authority.substr(0, close + 1);
+        } else {
+            const auto portColon = authority.find(':');
+            hasPort = portColon != std::string_view::npos;
+            if (hasPort) {
+                portText = authority.substr(portColon + 1);
+                authority = authority.substr(0, portColon);
+            }
+            if (authority.find_first_of("[]") != std::string_view::npos) return std::nullopt;
+        }
+        if (hasPort && !portText.empty()) {
+            int port = 0;
+            auto [end, ec] = std::from_chars(portText.data(), portText.data() + portText.size(), port);
+            if (ec != std::errc{} || end != portText.data() + portText.size() || port < 0 || port > 65535) {
+                return std::nullopt;
+            }
+            url.port_ = port;
         }
         if (!validComponent(authority, UrlCharacterSet::host)) return std::nullopt;
         url.host_ = std::string(authority);

@@ -62,32 +62,39 @@ TEST(AnyCodableRead, LargeObjectWithRepeatedKeysIsDeduplicated) {
     EXPECT_EQ(*read->value.get<Map>()->find("k7")->get<std::int64_t>(), 107);
 }
 
-TEST(AnyCodableRead, BadInputIsAnErrorValue) {
+TEST(AnyCodableRead, BadInputIsAnErrorValueNamingKindAndOffsetNeverContent) {
     struct Case {
         std::string json;
+        const char* message;
         const char* why;
     };
+    const std::string notJson = "The given data was not valid JSON: ";
     const Case cases[] = {
-        {"", "empty document"},
-        {"{\"a\":1", "truncated"},
-        {"[1,]", "trailing comma"},
-        {"\"\xff\"", "invalid UTF-8 in a string"},
-        {"1e400", "number outside the double range"},
-        {std::string(10000, '[') + std::string(10000, ']'), "10,000 levels of nesting"},
-        {"{} {}", "two documents"},
+        {"", "unexpected end of input at offset 0.", "empty document"},
+        {"{\"a\":\"4111111111111111", "unexpected end of input at offset 22.", "truncated"},
+        {"[1,]", "unexpected character at offset 3.", "trailing comma"},
+        {"\"\xff\"", "unexpected character at offset 1.", "invalid UTF-8 in a string"},
+        {"[4111111111111111x]", "unexpected character at offset 17.", "a number running into a letter"},
+        {"{} {}", "unexpected character at offset 3.", "two documents"},
+        {"4111111111111111e400", "", "number outside the double range"},
+        {std::string(10000, '[') + std::string(10000, ']'), "", "10,000 levels of nesting"},
     };
     for (const auto& c : cases) {
         auto read = AnyCodable::fromJson(c.json);
         ASSERT_FALSE(read) << c.why;
         EXPECT_EQ(read.error().kind, DecodingError::Kind::dataCorrupted) << c.why;
+        EXPECT_EQ(read.error().description().find("4111"), std::string::npos) << c.why << ": quotes the input";
+        if (*c.message) {
+            EXPECT_EQ(read.error().debugDescription, notJson + c.message) << c.why;
+        }
     }
 }
 
-TEST(AnyCodableRead, DepthLimitIsExactAndNamesThePath) {
+TEST(AnyCodableRead, DepthLimitIsExactAndNamesNoKey) {
     EXPECT_TRUE(readJson(std::string(512, '[') + std::string(512, ']')));
-    auto tooDeep = readJson(R"({"a":[[[1]]]})", {.maxDepth = 3});
+    auto tooDeep = readJson(R"({"4111111111111111":[[[1]]]})", {.maxDepth = 3});
     ASSERT_FALSE(tooDeep);
-    EXPECT_EQ(tooDeep.error().codingPath, (CodingPath{"a", "Index 0", "Index 0"}));
+    EXPECT_EQ(tooDeep.error().description(), "dataCorrupted: The JSON is nested more than 3 levels deep.");
 }
 
 TEST(AnyCodableWrite, EmptyAndNullBothWriteNullButReadBackAsNull) {

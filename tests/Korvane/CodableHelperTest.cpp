@@ -72,7 +72,7 @@ protected:
 
 TEST_F(CodableHelperTest, DecodeFailuresAreValuesWithKindAndPath) {
     struct Case {
-        const char* json;
+        std::string json;
         Kind kind;
         anycodable::CodingPath path;
         const char* why;
@@ -82,18 +82,23 @@ TEST_F(CodableHelperTest, DecodeFailuresAreValuesWithKindAndPath) {
         {R"({"cek":{"key":null}})", Kind::valueNotFound, {"cek", "key"}, "null for a required value"},
         {R"({"tenant_id":"not-a-uuid"})", Kind::dataCorrupted, {"tenant_id"}, "malformed UUID"},
         {R"({"keys":[{"key":"a"},{"key":5}]})", Kind::typeMismatch, {"keys", "Index 1", "key"}, "number for string"},
-        {R"({"count":1.5})", Kind::dataCorrupted, {"count"}, "fraction for an integer"},
-        {R"({"count":2147483648})", Kind::dataCorrupted, {"count"}, "beyond 32 bits"},
+        {R"({"count":4111111111111111.5})", Kind::dataCorrupted, {"count"}, "fraction for an integer"},
+        {R"({"count":4111111111})", Kind::dataCorrupted, {"count"}, "beyond 32 bits"},
         {R"({"count":true})", Kind::typeMismatch, {"count"}, "bool is not a number"},
         {R"({"created_at":"yesterday"})", Kind::dataCorrupted, {"created_at"}, "date not in the format"},
+        {R"({"created_at":"2024-01-15T12:00:00.)" + std::string(35, '1') + R"(Z"})",
+         Kind::dataCorrupted,
+         {"created_at"},
+         "35 fraction digits fail the decode, not the process"},
         {R"({"metadata":{"a":1}})", Kind::typeMismatch, {"metadata", "a"}, "map value of the wrong type"},
         {R"([])", Kind::typeMismatch, {}, "array for a model"},
-        {R"({"id":)", Kind::dataCorrupted, {}, "truncated body"},
+        {R"({"id":"4111111111111111)", Kind::dataCorrupted, {}, "truncated body"},
     };
     for (const auto& c : cases) {
         auto decoded = CodableHelper::decode<Record>(c.json);
         ASSERT_FALSE(decoded) << c.why;
         EXPECT_EQ(decoded.error().kind, c.kind) << c.why << ": " << decoded.error().description();
+        EXPECT_EQ(decoded.error().description().find("4111"), std::string::npos) << "the error quotes the input";
         if (c.kind != Kind::dataCorrupted || !c.path.empty()) {
             EXPECT_EQ(decoded.error().codingPath, c.path) << c.why;
         }
@@ -143,6 +148,7 @@ TEST_F(CodableHelperTest, DateFormatterReadsInThreeSteps) {
     auto formatter = CodableHelper::dateFormatter();
     auto at = [](std::int64_t ms) { return Date{std::chrono::milliseconds(ms)}; };
     EXPECT_EQ(formatter->date("2024-05-01T10:00:00.123Z"), at(1714557600123));
+    EXPECT_EQ(formatter->date("2024-05-01T10:00:00.123456789Z"), at(1714557600123)) << "nanoseconds truncate";
     EXPECT_EQ(formatter->date("2024-05-01T12:00:00+02:00"), at(1714557600000)) << "second step";
     EXPECT_EQ(formatter->date("2024-05-01"), at(1714521600000)) << "third step: midnight GMT";
     EXPECT_FALSE(formatter->date("2024-05-01T10:00"));

@@ -9,6 +9,7 @@
 
 #include "Korvane/KorvaneTestSupport.hpp"
 #include "Korvane/Token.hpp"
+#include "Korvane/TokensAPI.hpp"
 #include "Korvane/internal/Execution.hpp"
 
 namespace korvane {
@@ -61,19 +62,34 @@ TEST_F(ExecuteTest, FormUrlEncodedBodyWhenAskedForByContentType) {
 }
 
 TEST_F(ExecuteTest, UnbuildableUrlFailsWith415OnTheQueueNotAtExecute) {
-    auto bad = std::make_shared<URLSessionDecodableRequestBuilder<Token>>(
-        RequestBuilderArgs{"GET", "http://bad host/x", std::nullopt, {}, true});
-    std::optional<RequestBuilder<Token>::Result> result;
-    bad->execute([&](auto r) { result.emplace(std::move(r)); });
-    EXPECT_FALSE(result.has_value()) << "delivered synchronously";
-    queue->runUntilIdle();
-    ASSERT_TRUE(result.has_value());
-    ASSERT_FALSE(*result);
-    EXPECT_EQ(result->error().code, 415);
-    EXPECT_FALSE(result->error().data);
-    EXPECT_FALSE(result->error().response);
-    ASSERT_NE(result->error().errorAs<DownloadException>(), nullptr);
-    EXPECT_EQ(*result->error().errorAs<DownloadException>(), DownloadException::requestMissingURL);
+    auto made = [](std::string url) {
+        return std::make_shared<URLSessionDecodableRequestBuilder<Token>>(
+            RequestBuilderArgs{"GET", std::move(url), std::nullopt, {}, true});
+    };
+    struct Case {
+        std::shared_ptr<RequestBuilder<Token>> builder;
+        const char* why;
+    };
+    const Case cases[] = {
+        {made("http://bad host/x"), "a space in the host"},
+        {made("http://[::1"), "an unclosed IPv6 bracket"},
+        {made(server.baseUrl() + "/tokens/%2E%2e/x"), "an encoded dot segment"},
+        {TokensAPI::getById.withRequestBuilder("a/../../applications/key"), "a path parameter climbing out"},
+        {TokensAPI::getById.withRequestBuilder("."), "a path parameter that is a dot"},
+    };
+    for (const auto& c : cases) {
+        std::optional<RequestBuilder<Token>::Result> result;
+        c.builder->execute([&](auto r) { result.emplace(std::move(r)); });
+        EXPECT_FALSE(result.has_value()) << c.why << ": delivered synchronously";
+        queue->runUntilIdle();
+        ASSERT_TRUE(result.has_value()) << c.why;
+        ASSERT_FALSE(*result) << c.why;
+        EXPECT_EQ(result->error().code, 415) << c.why;
+        EXPECT_FALSE(result->error().data);
+        EXPECT_FALSE(result->error().response);
+        ASSERT_NE(result->error().errorAs<DownloadException>(), nullptr) << c.why;
+        EXPECT_EQ(*result->error().errorAs<DownloadException>(), DownloadException::requestMissingURL);
+    }
     EXPECT_EQ(server.requestCount(), 0u);
 }
 

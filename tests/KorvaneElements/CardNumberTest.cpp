@@ -150,4 +150,30 @@ TEST_F(CardNumberTest, CardTypesReplaceTheCatalogueAndReadAsNothing) {
     EXPECT_TRUE(number->metadata().maskSatisfied);
 }
 
+TEST_F(CardNumberTest, TheBinShortensSoThatFourDigitsStayHidden) {
+    struct Case {
+        int length;
+        const char* bin;
+        const char* why;
+    };
+    const Case cases[] = {
+        {8, "", "bin and last four would be every digit"},
+        {10, "42", "a six-digit bin would leave none hidden"},
+        {12, "4242", "four hidden between"},
+        {14, "424242", "the usual six already hide four"},
+    };
+    for (const auto& c : cases) {
+        auto field = std::make_shared<CardNumberUITextField>();
+        field->setCardTypes(std::vector<CardBrandDetails>{
+            CardBrandDetails("short", {std::int64_t{42}}, CardBrand::cvcMask3(), {4}, {c.length})});
+        EventLog log(*field);
+        std::string digits;
+        while (digits.size() < static_cast<std::size_t>(c.length)) digits += "42";
+        platform::TextFieldDriver(*field).paste(digits);
+        ASSERT_TRUE(field->metadata().complete) << c.why;
+        EXPECT_EQ(field->cardMetadata(), (CardMetadata{"4242", c.bin, "short"})) << c.why;
+        EXPECT_EQ(log.last().details.back().message, c.bin) << c.why << ": the event says the same";
+    }
+}
+
 }  // namespace

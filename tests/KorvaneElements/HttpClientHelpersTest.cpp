@@ -154,7 +154,8 @@ TEST_F(HttpClientHelpers, NoResponseOrNoJsonIsAnError) {
 
     server.on("GET", "/garbage", [](const LoopbackRequest&) { return platform::testing::respond(200, "<html>"); });
     server.on("GET", "/empty", [](const LoopbackRequest&) { return platform::testing::respond(204); });
-    for (const char* path : {"/garbage", "/empty"}) {
+    server.on("GET", "/list", [](const LoopbackRequest&) { return platform::testing::respond(200, "[1]"); });
+    for (const char* path : {"/garbage", "/empty", "/list"}) {
         SCOPED_TRACE(path);
         Outcome out;
         KorvaneElements::get(server.baseUrl() + path, std::nullopt, out.completion());
@@ -166,20 +167,11 @@ TEST_F(HttpClientHelpers, NoResponseOrNoJsonIsAnError) {
     }
 }
 
-TEST(HttpClientHelpersDeathTest, UnsupportedContentTypeAndArrayBodiesStop) {
+TEST(HttpClientHelpersDeathTest, UnsupportedContentTypeStops) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_DEATH(KorvaneElements::post("http://127.0.0.1:9/x", Map{{"a", 1}}, Config{{{"Content-Type", "text/plain"}}},
                                        [](auto, auto, auto) {}),
                  "Content-Type not supported");
-    EXPECT_DEATH(
-        {
-            platform::testing::LoopbackServer server;
-            server.on("GET", "/list", [](const LoopbackRequest&) { return platform::testing::respond(200, "[1]"); });
-            std::atomic<bool> done = false;
-            KorvaneElements::get(server.baseUrl() + "/list", std::nullopt, [&](auto, auto, auto) { done = true; });
-            while (!done) std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        },
-        "JSON array");
 }
 
 TEST(ProxyDeathTest, AnInvalidUrlAndAnUnwritableBodyStop) {

@@ -131,16 +131,55 @@ TEST_F(CurlSessionTest, ResponseKeepsRepeatedHeadersStatusAndProgress) {
 }
 
 TEST_F(CurlSessionTest, RedirectsAreFollowedUpToALimit) {
-    server.on("GET", "/old", [](const LoopbackRequest&) { return respond(302, "", {{"Location", "/echo"}}); });
     server.on("GET", "/loop", [](const LoopbackRequest&) { return respond(302, "", {{"Location", "/loop"}}); });
-    const auto moved = http_test::perform(session, http_test::get(server.baseUrl() + "/old"));
-    ASSERT_TRUE(moved.has_value());
-    EXPECT_EQ(moved->status, 200);
-    EXPECT_EQ(moved->url, server.baseUrl() + "/echo");
-
     const auto looping = http_test::perform(session, http_test::get(server.baseUrl() + "/loop"));
     ASSERT_FALSE(looping.has_value());
     EXPECT_EQ(looping.error().code, HttpErrorCode::tooManyRedirects);
+}
+
+// A redirect re-sends the body and every header, the API key included: it is followed only
+// within the origin the request was built for.
+TEST_F(CurlSessionTest, RedirectsLeaveNoOrigin) {
+    LoopbackServer elsewhere;
+    elsewhere.on("*", "/echo", echo);
+    const std::string port = server.baseUrl().substr(server.baseUrl().rfind(':') + 1);
+    struct Case {
+        std::string location;
+        bool followed;
+        const char* why;
+    };
+    const Case cases[] = {
+        {"/echo", true, "a relative path"},
+        {server.baseUrl() + "/echo", true, "the same origin spelled out"},
+        {elsewhere.baseUrl() + "/echo", false, "another port"},
+        {"http://localhost:" + port + "/echo", false, "another host name for the same server"},
+        {"https://127.0.0.1:" + port + "/echo", false, "another scheme"},
+        {"//localhost:" + port + "/echo", false, "a scheme-relative URL to another host"},
+    };
+    for (const auto& c : cases) {
+        server.on("POST", "/moved", [&](const LoopbackRequest&) {
+            return respond(307, "", {{"Location", c.location}});
+        });
+        server.clearReceivedRequests();
+        const auto result = http_test::perform(
+            session, http_test::request("POST", server.baseUrl() + "/moved", {{"KV-API-KEY", "k"}}, "4111"));
+        EXPECT_EQ(elsewhere.requestCount(), 0u) << c.why;
+        if (c.followed) {
+            ASSERT_TRUE(result.has_value()) << c.why;
+            EXPECT_EQ(result->body, "4111") << c.why;
+            EXPECT_EQ(server.requestCount(), 2u) << c.why;
+        } else {
+            ASSERT_FALSE(result.has_value()) << c.why;
+            EXPECT_EQ(result.error().code, HttpErrorCode::redirectRefused) << c.why;
+            EXPECT_EQ(server.requestCount(), 1u) << c.why;
+        }
+    }
+}
+
+TEST_F(CurlSessionTest, PathsGoOutAsBuiltWithTheirDotSegments) {
+    (void)http_test::perform(session, http_test::get(server.baseUrl() + "/vault/a/../../keys/./x"));
+    ASSERT_EQ(server.requestCount(), 1u);
+    EXPECT_EQ(server.receivedRequests().at(0).path, "/vault/a/../../keys/./x");
 }
 
 TEST_F(CurlSessionTest, EachFailureKindHasItsOwnCode) {

@@ -47,6 +47,10 @@ TEST(DateFormatter, StrictParsingRefusesWhatThePhoneRefusesAndDatesOutsideTheClo
         {timestamp, "2024-03-01T12:00:00Z", "no fractional seconds"},
         {timestamp, "2024-03-01T12:00:00.000Z junk", "trailing text"},
         {timestamp, "", "empty"},
+        {timestamp, "2024-03-01T12:00:00.1234567890Z", "ten fraction digits overflow ICU's scaling"},
+        {timestamp, "2024-03-01T12:00:00.\uFF10\uFF10\uFF10\uFF10\uFF10\uFF10\uFF10\uFF10\uFF10\uFF10Z",
+         "fullwidth digits count too"},
+        {timestamp, "2024-03-01T12:00:00.00000000000000000000000000000000001Z", "35 digits: ICU divides by zero"},
         {day, "2024-02-30", "no such day"},
         {day, "2024-13-01", "no such month"},
         {day, "2024-02-29x", "trailing letter"},
@@ -56,6 +60,8 @@ TEST(DateFormatter, StrictParsingRefusesWhatThePhoneRefusesAndDatesOutsideTheClo
     };
     for (const auto& c : rejected) EXPECT_EQ(c.formatter.parse(c.text), std::nullopt) << c.text << ": " << c.why;
     EXPECT_EQ(day.parse("2024-02-29"), at(1709164800));
+    EXPECT_EQ(timestamp.parse("2024-03-01T12:00:00.250999999Z"), at(kMarch1Noon2024) + std::chrono::milliseconds(250))
+        << "nine digits are nanoseconds, read to the millisecond";
 }
 
 TEST(DateFormatter, LenientParsingRollsOver) {

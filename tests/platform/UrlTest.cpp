@@ -30,10 +30,25 @@ TEST(UrlTest, ParseIsStrictAndRoundTrips) {
         ASSERT_TRUE(url) << good;
         EXPECT_EQ(url->string(), good);
     }
-    for (const char* bad : {"https://h.test/a b", "https://h.test/%zz", "https://h.test:port/", "1http://x",
-                            "https://h.test/\"", "https://h.test/é"}) {
-        EXPECT_FALSE(Url::parse(bad)) << bad;
-    }
+    struct Bad {
+        const char* url;
+        const char* why;
+    };
+    const Bad bad[] = {
+        {"https://h.test/a b", "a space"},
+        {"https://h.test/%zz", "a broken escape"},
+        {"https://h.test:port/", "a port that is no number"},
+        {"https://h.test:65536/", "a port beyond 16 bits"},
+        {"1http://x", "a scheme starting with a digit"},
+        {"https://h.test/\"", "a quote"},
+        {"https://h.test/é", "a raw non-ASCII byte"},
+        {"http://[::1", "an unclosed IPv6 bracket"},
+        {"http://[::1/a]", "a path inside the brackets"},
+        {"http://[::1]x/", "text after the bracket that is no port"},
+        {"http://h]t:80/", "a bracket in a name"},
+        {"http://[]/", "empty brackets"},
+    };
+    for (const auto& b : bad) EXPECT_FALSE(Url::parse(b.url)) << b.url << ": " << b.why;
 }
 
 TEST(UrlTest, ComponentsAndQueryItems) {

@@ -312,23 +312,5 @@ TEST_F(ElementsTokenize, ASessionComesBackToTheCaller) {
     EXPECT_EQ(telemetryWith("Successful API response").at(0)["endpoint"], "POST /sessions");
 }
 
-class ElementsTokenizeDeathTest : public VaultTest {};
-
-TEST_F(ElementsTokenizeDeathTest, ATokenReadBackWithoutAnObjectAsDataStops) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    platform::testing::LoopbackServer notAVault;
-    notAVault.on("GET", "/tokens/*", [](const platform::testing::LoopbackRequest&) {
-        return platform::testing::respond(200, R"({"id": "t", "data": "text"})");
-    });
-    KorvaneElements::setBasePath(notAVault.baseUrl());
-    EXPECT_DEATH(
-        {
-            Outcome<korvane::elements::GetTokenByIdResponse> read;
-            KorvaneElements::getTokenById("t", std::nullopt, read.completion());
-            (void)waitFor([&] { return read.calls > 0; });
-        },
-        "not a JSON object");
-}
-
 }  // namespace
 }  // namespace vault_test

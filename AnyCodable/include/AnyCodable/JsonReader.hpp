@@ -9,8 +9,9 @@
 // in the position of the first.
 //
 // Failures are values (dataCorrupted): malformed JSON, invalid UTF-8, a number outside the
-// double range, nesting deeper than `maxDepth`. Nothing throws; the parser is not recursive,
-// so hostile nesting can't exhaust the stack.
+// double range, nesting deeper than `maxDepth`. The error says what kind of failure and at
+// which byte offset, never what was read, and has no coding path (keys are input too). Nothing
+// throws; the parser is not recursive, so hostile nesting can't exhaust the stack.
 //
 // Thread safety: reentrant.
 

@@ -100,16 +100,14 @@ requires(std::integral<T> && !std::is_same_v<T, bool> && !std::is_same_v<T, char
         bool isUnsigned = false;
         if (!codec_internal::integerOf(v, i, u, isUnsigned)) {
             if (v.get<double>() || v.get<float>()) {
-                return ctx.fail(DecodingError::Kind::dataCorrupted,
-                                "Parsed JSON number <" + anycodable::description(v) + "> does not fit in an integer.");
+                return ctx.fail(DecodingError::Kind::dataCorrupted, "Parsed JSON number does not fit in an integer.");
             }
             return ctx.mismatch("Int", v);
         }
         bool fits = isUnsigned ? std::in_range<T>(u) : std::in_range<T>(i);
         if (!fits) {
             return ctx.fail(DecodingError::Kind::dataCorrupted,
-                            "Parsed JSON number <" + (isUnsigned ? std::to_string(u) : std::to_string(i)) +
-                                "> does not fit in a " + std::to_string(sizeof(T) * 8) + "-bit integer.");
+                            "Parsed JSON number does not fit in a " + std::to_string(sizeof(T) * 8) + "-bit integer.");
         }
         out = isUnsigned ? static_cast<T>(u) : static_cast<T>(i);
         return true;
@@ -262,7 +260,7 @@ struct JSONCodec<T> {
             out = *parsed;
             return true;
         }
-        return ctx.fail(DecodingError::Kind::dataCorrupted, "Cannot initialize from invalid String value " + *s);
+        return ctx.fail(DecodingError::Kind::dataCorrupted, "Cannot initialize from an invalid String value.");
     }
 };
 

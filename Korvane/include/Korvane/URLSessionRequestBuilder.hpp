@@ -117,14 +117,17 @@ public:
     }
 
     // The request with its headers (`headers`, then buildHeaders() on top) and its encoded
-    // parameters. A URL string that doesn't parse fails with DownloadException::requestMissingURL.
+    // parameters. A URL string that doesn't parse, or whose path has a "." or ".." segment,
+    // fails with DownloadException::requestMissingURL.
     virtual std::expected<platform::HttpRequest, UnderlyingError> createURLRequest(platform::HttpSession& urlSession,
                                                                                    HTTPMethod method,
                                                                                    const ParameterEncoding& encoding,
                                                                                    const HeaderMap& headers) {
         (void)urlSession;
         auto url = platform::Url::parse(this->URLString());
-        if (!url) return std::unexpected(UnderlyingError(DownloadException::requestMissingURL));
+        if (!url || internal::hasDotSegment(url->percentEncodedPath())) {
+            return std::unexpected(UnderlyingError(DownloadException::requestMissingURL));
+        }
         platform::HttpRequest request;
         request.method = std::string(rawValue(method));
         request.url = this->URLString();

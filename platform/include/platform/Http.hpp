@@ -101,6 +101,7 @@ enum class HttpErrorCode {
     connectionLost,  // the server closed the connection before the whole response arrived
     tls,
     tooManyRedirects,
+    redirectRefused,  // a redirect to another origin (scheme, host and port), which is never followed
     other,
 };
 

@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <typeinfo>
 
@@ -41,6 +42,11 @@ using ChallengeCallback = std::function<platform::ChallengeAnswer(const platform
 // The session delegate: the task's own handler; else a rejection after a failed attempt;
 // else the task's credential; else default handling (this platform has no credential storage).
 [[nodiscard]] platform::ChallengeAnswer answerChallenge(const platform::AuthChallenge& challenge);
+
+// Whether `path` has a "." or ".." segment, percent-encoded or not. The transport sends paths
+// as built, but a server would still resolve such a segment, so a path parameter like
+// "a/../../applications" would reach another resource with the same key.
+[[nodiscard]] bool hasDotSegment(std::string_view path);
 
 // Stops the process on a method text that is not an HTTPMethod.
 [[nodiscard]] HTTPMethod httpMethodOrStop(const std::string& text);
