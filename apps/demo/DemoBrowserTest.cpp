@@ -1,8 +1,7 @@
 // The demo as a person uses it, in headless Chromium: the home page, a screen opened live, keys
 // typed into the secure card fields and a card tokenized against the sandbox vault, then
-// failures injected from the panel (the vault's, the wallet's) and what the screens show of them. Every step leaves a screenshot
-// in the build folder (demo-*.png) and fails when a part of the page has no size or two parts
-// overlap.
+// failures injected from the panel (the vault's, the wallet's) and what the screens show of them. Every step leaves a
+// screenshot in the build folder (demo-*.png) and fails when a part of the page has no size or two parts overlap.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
