@@ -106,12 +106,12 @@ constexpr std::string_view kVaultPrefix = "vault ";
 Scripted scriptedNamed(std::string_view name) {
     for (std::size_t i = 0; i < sandbox::kSandboxOperationCount; ++i) {
         const auto operation = static_cast<sandbox::SandboxOperation>(i);
-        if (sandbox::operationName(operation) == name) return {.operation = operation};
+        if (sandbox::operationName(operation) == name) return {.operation = operation, .route = std::nullopt};
     }
     for (std::size_t i = 0; i < sandbox::kSandboxVaultRouteCount; ++i) {
         const auto route = static_cast<sandbox::SandboxVaultRoute>(i);
         if (name.starts_with(kVaultPrefix) && name.substr(kVaultPrefix.size()) == sandbox::routeName(route)) {
-            return {.route = route};
+            return {.operation = std::nullopt, .route = route};
         }
     }
     return {};
