@@ -43,23 +43,17 @@ TEST(AnyCodableRead, NestedNullStaysNullInsideArraysAndMaps) {
     EXPECT_TRUE(a[2].get<Map>()->find("b")->isNull());
 }
 
+// Large enough that the map answers from its hash index.
 TEST(AnyCodableRead, RepeatedKeyKeepsLastValueInFirstPosition) {
-    auto read = AnyCodable::fromJson(R"({"k":1,"x":2,"k":3})");
+    std::string json = R"({"k":1,"x":2,)";
+    for (int i = 0; i < 200; ++i) json += "\"k" + std::to_string(i % 100) + "\":" + std::to_string(i) + ",";
+    auto read = AnyCodable::fromJson(json + R"("k":3})");
     ASSERT_TRUE(read);
     const auto& map = *read->value.get<Map>();
-    EXPECT_EQ(map.size(), 2u);
+    EXPECT_EQ(map.size(), 102u);
     EXPECT_EQ(map.begin()->first, "k");
     EXPECT_EQ(*map.find("k")->get<std::int64_t>(), 3);
-}
-
-TEST(AnyCodableRead, LargeObjectWithRepeatedKeysIsDeduplicated) {
-    std::string json = "{";
-    for (int i = 0; i < 200; ++i) json += "\"k" + std::to_string(i % 100) + "\":" + std::to_string(i) + ",";
-    json.back() = '}';
-    auto read = AnyCodable::fromJson(json);
-    ASSERT_TRUE(read);
-    EXPECT_EQ(read->value.get<Map>()->size(), 100u);
-    EXPECT_EQ(*read->value.get<Map>()->find("k7")->get<std::int64_t>(), 107);
+    EXPECT_EQ(*map.find("k7")->get<std::int64_t>(), 107);
 }
 
 TEST(AnyCodableRead, BadInputIsAnErrorValueNamingKindAndOffsetNeverContent) {

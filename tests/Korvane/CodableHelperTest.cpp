@@ -139,11 +139,6 @@ TEST_F(CodableHelperTest, NullEncodableTellsNothingFromNull) {
     EXPECT_EQ(plain_.decode<Patch>(R"({"name":"v"})")->name, NullEncodable<std::string>::encodeValue("v"));
 }
 
-TEST_F(CodableHelperTest, DefaultEncoderPrettyPrints) {
-    auto text = CodableHelper::encode(Key{"k", "a"});
-    EXPECT_EQ(*text, "{\n  \"key\" : \"k\",\n  \"alg\" : \"a\"\n}");
-}
-
 TEST_F(CodableHelperTest, DateFormatterReadsInThreeSteps) {
     auto formatter = CodableHelper::dateFormatter();
     auto at = [](std::int64_t ms) { return Date{std::chrono::milliseconds(ms)}; };

@@ -15,33 +15,28 @@ namespace {
 
 using namespace platform::view;
 
-TEST(AlertArrowShapes, DownArrowPointsForAGivenRectangle) {
-    // W 200, H 80, A 6, R 12: M 100, B 74.
-    const Path path = AlertArrowDownShape{12, 6}.path(Rect{0, 0, 200, 80});
-    const Path expected = Path()
-                              .move({94, 74})
-                              .line({100, 80})
-                              .line({106, 74})
-                              .arcTo({200, 74}, {200, 0}, 12)
-                              .arcTo({200, 0}, {0, 0}, 12)
-                              .arcTo({0, 0}, {0, 74}, 12)
-                              .arcTo({0, 74}, {94, 74}, 12)
-                              .close();
-    EXPECT_EQ(path, expected);
-}
-
-TEST(AlertArrowShapes, UpArrowPointsForAGivenRectangle) {
-    const Path path = AlertArrowUpShape{10, 8}.path(Rect{0, 0, 120, 60});
-    const Path expected = Path()
-                              .move({52, 8})
-                              .line({60, 0})
-                              .line({68, 8})
-                              .arcTo({120, 8}, {120, 60}, 10)
-                              .arcTo({120, 60}, {0, 60}, 10)
-                              .arcTo({0, 60}, {0, 8}, 10)
-                              .arcTo({0, 8}, {52, 8}, 10)
-                              .close();
-    EXPECT_EQ(path, expected);
+// The arrow tip sits mid-edge, the corners are rounded with the given radius.
+TEST(AlertArrowShapes, ArrowPointsForAGivenRectangle) {
+    EXPECT_EQ((AlertArrowDownShape{12, 6}.path(Rect{0, 0, 200, 80})),  // tip at the bottom middle, body 74 high
+              (Path()
+                   .move({94, 74})
+                   .line({100, 80})
+                   .line({106, 74})
+                   .arcTo({200, 74}, {200, 0}, 12)
+                   .arcTo({200, 0}, {0, 0}, 12)
+                   .arcTo({0, 0}, {0, 74}, 12)
+                   .arcTo({0, 74}, {94, 74}, 12)
+                   .close()));
+    EXPECT_EQ((AlertArrowUpShape{10, 8}.path(Rect{0, 0, 120, 60})),  // tip at the top middle, body from 8 down
+              (Path()
+                   .move({52, 8})
+                   .line({60, 0})
+                   .line({68, 8})
+                   .arcTo({120, 8}, {120, 60}, 10)
+                   .arcTo({120, 60}, {0, 60}, 10)
+                   .arcTo({0, 60}, {0, 8}, 10)
+                   .arcTo({0, 8}, {52, 8}, 10)
+                   .close()));
 }
 
 TEST(AlertArrowShapes, ShapeNodesDrawThePathForTheirRectangle) {

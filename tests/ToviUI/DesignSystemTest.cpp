@@ -28,44 +28,6 @@ Color hex(const char* text, double opacity = 1) {
     return Color::hex(text, opacity);
 }
 
-// Structured bindings follow declaration order, so these catch a reordered field as well as a
-// wrong default.
-TEST(DesignSystemDefaults, ColoursInDeclaredOrder) {
-    using Colors = std::vector<Color>;
-    const auto [link, disabled, placeholder, secondary, primary, error, bold, button, positive] = TextColors{};
-    EXPECT_EQ((Colors{link, disabled, placeholder, secondary, primary, error, bold, button, positive}),
-              (Colors{hex("#271C6A"), hex("#E7ECF1"), hex("#A6B3CB"), hex("#758498"), hex("#445565"), hex("#D33643"),
-                      hex("#181822"), Color::white(), hex("#05B384")}));
-    const auto [light, medium, bgPrimary, scrim, alert, item, promoIcon, errorIcon, swOff, swOn] = BackgroundColors{};
-    EXPECT_EQ(
-        (Colors{light, medium, bgPrimary, scrim, alert, item, promoIcon, errorIcon, swOff, swOn}),
-        (Colors{hex("#F7F8FA"), hex("#E7ECF1"), Color::white(), Color{0, 0, 0, 0.8}, hex("#FDF3E9"),
-                hex("#346ECE", 0.03), hex("#346ECE", 0.1), hex("#F2A4AA"), hex("#346ECE", 0.18), hex("#05B384")}));
-    const auto [generic, borderAlert, promo, branded] = BorderColors{};
-    EXPECT_EQ((Colors{generic, borderAlert, promo, branded}),
-              (Colors{hex("#919BAB", 0.3), hex("#FBE0CC", 0.5), hex("#919BAB", 0.15), hex("#346ECE", 0.1)}));
-    const auto [bPrimary, bSecondary, dark, bDisabled] = ButtonColors{};
-    EXPECT_EQ((Colors{bPrimary, bSecondary, dark, bDisabled}),
-              (Colors{hex("#346ECE"), hex("#E7ECF1"), hex("#181822"), hex("#E7ECF1")}));
-    const auto [iPrimary, iPromo, iGeneric, iAlert, success, iError] = IconColors{};
-    EXPECT_EQ((Colors{iPrimary, iPromo, iGeneric, iAlert, success, iError}),
-              (Colors{hex("#346ECE"), hex("#346ECE"), hex("#A6B3CB"), hex("#F4B26F"), hex("#097958"), hex("#D33643")}));
-}
-
-TEST(DesignSystemDefaults, FontsInDeclaredOrder) {
-    const auto [title, body, subhead, footnote] = ToviFonts{};
-    const auto [large, medium, smallSemiBold, smallMedium, mini] = title;
-    const auto [bold, semibold, bodyMedium] = body;
-    auto system = [](double size, FontWeight weight) { return Font::system(size, weight); };
-    using W = FontWeight;
-    EXPECT_EQ(
-        (std::vector<Font>{large, medium, smallSemiBold, smallMedium, mini, bold, semibold, bodyMedium, subhead,
-                           footnote}),
-        (std::vector<Font>{system(48, W::bold), system(20, W::semibold), system(18, W::semibold), system(18, W::medium),
-                           system(14, W::medium), system(16, W::bold), system(16, W::semibold), system(16, W::medium),
-                           system(14, W::medium), system(13, W::medium)}));
-}
-
 TEST_F(ThemeTest, BrandingWritesExactlyTheTenTokens) {
     const Color p = Color::hex("#FF5500");
     const Color s = Color::hex("#00AA55");

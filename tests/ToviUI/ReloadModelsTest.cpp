@@ -69,12 +69,20 @@ TEST(ReloadBucket, SelectionComparesOnlyTheId) {
     EXPECT_FALSE(isSelected(a, ReloadAmountSelection(ReloadAmountCustom{10.0})));
 }
 
-TEST(ReloadBucket, EqualityAndHashSeeAnAbsentBonusAsDifferentFromZero) {
+TEST(ReloadModelHashes, EqualityAndHashSeeAbsentAsDifferentFromZeroOrEmpty) {
     const std::hash<ReloadBucketUiModel> hash;
     EXPECT_NE(bucket("a", 100), bucket("a", 100, 0));
     EXPECT_NE(hash(bucket("a", 100)), hash(bucket("a", 100, 0)));
     EXPECT_EQ(hash(bucket("a", 100, 7)), hash(bucket("a", 100, 7)));
     EXPECT_NE(hash(bucket("a", 1, 2)), hash(bucket("a", 2, 1))) << "field order matters";
+
+    const std::hash<CustomCurrencyInputUiModel> modelHash;
+    const CustomCurrencyInputUiModel absent(1, 2, std::nullopt);
+    const CustomCurrencyInputUiModel empty(1, 2, std::vector<ReloadBucketUiModel>{});
+    EXPECT_NE(absent, empty) << "absent tiers are not an empty list";
+    EXPECT_NE(modelHash(absent), modelHash(empty));
+    EXPECT_NE(modelHash(CustomCurrencyInputUiModel(std::nullopt, 5, std::nullopt)),
+              modelHash(CustomCurrencyInputUiModel(5, std::nullopt, std::nullopt)));
 }
 
 class CustomInputLimits : public ::testing::Test {
@@ -134,16 +142,6 @@ TEST(CustomCurrencyInputModel, KeepsOnlyBonusTiersInStableAscendingOrder) {
     ASSERT_TRUE(noBonus.reloadBuckets()) << "an empty list, not absent";
     EXPECT_TRUE(noBonus.reloadBuckets()->empty());
     EXPECT_FALSE(CustomCurrencyInputUiModel(1, 2, std::nullopt).reloadBuckets());
-}
-
-TEST(CustomCurrencyInputModel, HashDistinguishesAbsentFromEmptyTiers) {
-    const std::hash<CustomCurrencyInputUiModel> hash;
-    const CustomCurrencyInputUiModel absent(1, 2, std::nullopt);
-    const CustomCurrencyInputUiModel empty(1, 2, std::vector<ReloadBucketUiModel>{});
-    EXPECT_NE(absent, empty);
-    EXPECT_NE(hash(absent), hash(empty));
-    EXPECT_NE(hash(CustomCurrencyInputUiModel(std::nullopt, 5, std::nullopt)),
-              hash(CustomCurrencyInputUiModel(5, std::nullopt, std::nullopt)));
 }
 
 class ReloadConfigurationFromRecords : public ::testing::Test {

@@ -208,45 +208,26 @@ TEST_F(SandboxTest, VirtualCardsProvisionWithBase64Data) {
     EXPECT_FALSE(provision((*card)->id, "not base64!"));
 }
 
-TEST(SandboxConcurrency, ConcurrentCallsFromManyThreadsAreAllApplied) {
+// Changes from many threads all apply, and a scripted count of failures is spent exactly, each
+// by one call, while other threads read the records.
+TEST(SandboxConcurrency, CallsFromManyThreadsAllApplyAndSpendTheScriptedFailuresExactly) {
     auto client = SandboxToviClient::create();
     const auto before = client->customerSnapshot().balance.amount;
-    platform::ThreadPool completions(2, "sb-test");
-    constexpr int kThreads = 8;
-    constexpr int kPerThread = 50;
-    std::latch finished(kThreads * kPerThread);
-    std::vector<std::jthread> threads;
-    for (int t = 0; t < kThreads; ++t) {
-        threads.emplace_back([&] {
-            for (int i = 0; i < kPerThread; ++i) {
-                client->customer()->addBalance(
-                    {client->customerId(), 1, "pm_sandbox_visa_4242", std::nullopt, std::nullopt},
-                    ToviCall{completions}, [&](auto&&) { finished.count_down(); });
-                client->merchant()->getCardArtUrls(ToviCall{completions}, [](auto&&) {});
-            }
-        });
-    }
-    finished.wait();
-    EXPECT_EQ(client->customerSnapshot().balance.amount, before + kThreads * kPerThread);
-    EXPECT_EQ(client->transactionsSnapshot().size(),
-              SandboxSeed::standard().transactions.size() + kThreads * kPerThread);
-}
-
-TEST(SandboxConcurrency, AScriptedCountOfFailuresIsSpentExactlyAcrossThreads) {
-    auto client = SandboxToviClient::create();
-    constexpr int kThreads = 6;
-    constexpr int kPerThread = 40;
+    constexpr int kCalls = 6 * 40;
     constexpr int kFailures = 75;
     client->failNext(SandboxOperation::getCustomer, "Try again later.", kFailures);
     platform::ThreadPool completions(2, "sb-test");
     std::atomic<int> failed{0};
     std::atomic<int> wrongMessage{0};
-    std::latch finished(kThreads * kPerThread);
+    std::latch finished(2 * kCalls);
     {
         std::vector<std::jthread> threads;
-        for (int t = 0; t < kThreads; ++t) {
+        for (int t = 0; t < 6; ++t) {
             threads.emplace_back([&] {
-                for (int i = 0; i < kPerThread; ++i) {
+                for (int i = 0; i < kCalls / 6; ++i) {
+                    client->customer()->addBalance(
+                        {client->customerId(), 1, "pm_sandbox_visa_4242", std::nullopt, std::nullopt},
+                        ToviCall{completions}, [&](auto&&) { finished.count_down(); });
                     client->customer()->get(client->customerId(), ToviCall{completions},
                                             [&](ToviResult<ToviSharedCustomer> result) {
                                                 if (!result) {
@@ -257,12 +238,14 @@ TEST(SandboxConcurrency, AScriptedCountOfFailuresIsSpentExactlyAcrossThreads) {
                                                 }
                                                 finished.count_down();
                                             });
-                    (void)client->customerSnapshot();  // readers alongside the callers
+                    (void)client->customerSnapshot();
                 }
             });
         }
     }
     finished.wait();
+    EXPECT_EQ(client->customerSnapshot().balance.amount, before + kCalls);
+    EXPECT_EQ(client->transactionsSnapshot().size(), SandboxSeed::standard().transactions.size() + kCalls);
     EXPECT_EQ(failed.load(), kFailures) << "each scripted failure is used by exactly one call";
     EXPECT_EQ(wrongMessage.load(), 0);
 
@@ -270,9 +253,9 @@ TEST(SandboxConcurrency, AScriptedCountOfFailuresIsSpentExactlyAcrossThreads) {
     const auto count = [&](Kind kind) {
         return std::ranges::count_if(events, [&](const SandboxEvent& e) { return e.kind == kind; });
     };
-    EXPECT_EQ(count(Kind::started), kThreads * kPerThread);
+    EXPECT_EQ(count(Kind::started), 2 * kCalls);
     EXPECT_EQ(count(Kind::failed), kFailures);
-    EXPECT_EQ(count(Kind::succeeded), kThreads * kPerThread - kFailures);
+    EXPECT_EQ(count(Kind::succeeded), 2 * kCalls - kFailures);
 }
 
 }  // namespace
