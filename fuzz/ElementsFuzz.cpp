@@ -20,6 +20,7 @@
 #include "KorvaneElements/CardExpirationDateUITextField.hpp"
 #include "KorvaneElements/CardVerificationCodeUITextField.hpp"
 #include "KorvaneElements/Telemetry.hpp"
+#include "ValueKeys.hpp"
 #include "platform/Pasteboard.hpp"
 #include "platform/Text.hpp"
 #include "platform/testing/DroppingTransport.hpp"
@@ -58,7 +59,7 @@ void check(bool condition, const char* what) {
 
 void checkElement(TextElementUITextField& element) {
     check(!element.text().has_value(), "text is readable");
-    const std::string value = element.getValue().value_or("");
+    const std::string value = element.getValue(korvane::elements::internal::ValueKeys::make()).value_or("");
     for (auto digit : kForeignDigits) {
         check(value.find(digit) == std::string::npos, "a digit of another script passed a card mask");
     }
@@ -233,12 +234,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                 // Resolve the references the tokenize call would, and let the copy icon run.
                 // (A text without a year after "/" is a documented stop for the year and the
                 // formatted date, so they are only read when there is one.)
-                const std::string value = fields.expiry->getValue().value_or("");
-                (void)fields.expiry->month()->getValue();
+                const std::string value =
+                    fields.expiry->getValue(korvane::elements::internal::ValueKeys::make()).value_or("");
+                (void)fields.expiry->month()->getValue(korvane::elements::internal::ValueKeys::make());
                 const std::size_t slash = value.find('/');
                 if (slash != std::string::npos && value.find_first_not_of('/', slash) != std::string::npos) {
-                    (void)fields.expiry->year()->getValue();
-                    (void)fields.expiry->format("yyyy-MM-dd")->getValue();
+                    (void)fields.expiry->year()->getValue(korvane::elements::internal::ValueKeys::make());
+                    (void)fields.expiry->format("yyyy-MM-dd")->getValue(korvane::elements::internal::ValueKeys::make());
                 }
                 user.tapRightView();
                 main.advance(std::chrono::milliseconds(1000));

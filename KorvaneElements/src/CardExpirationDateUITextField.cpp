@@ -1,4 +1,5 @@
 #include "KorvaneElements/CardExpirationDateUITextField.hpp"
+#include "ValueKeys.hpp"
 
 #include <chrono>
 #include <map>
@@ -73,10 +74,10 @@ std::string resolve(const std::shared_ptr<ElementValueReference>& reference) {
     if (!reference) {
         return "";
     }
-    if (!reference->valueMethod()) {
+    if (!reference->hasValueMethod()) {
         platform::fatalStop("ElementValueReference has no valueMethod");
     }
-    return reference->valueMethod()();
+    return reference->valueMethod(internal::ValueKeys::make())();
 }
 
 // What the month rules make of a typed value: a first digit above 1 cannot begin a two-digit

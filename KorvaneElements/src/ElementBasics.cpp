@@ -45,7 +45,7 @@ std::string_view toString(ElementConfigError error) {
 ElementConfigException::ElementConfigException(ElementConfigError error)
     : std::runtime_error(std::string("ElementConfigError.") + std::string(toString(error))), error_(error) {}
 
-std::optional<std::string> ElementValueReference::getValue() const {
+std::optional<std::string> ElementValueReference::getValue(ValueKey /*key*/) const {
     if (!valueMethod_) {
         return std::nullopt;
     }

@@ -10,6 +10,7 @@
 #include "KorvaneElements/ElementReferenceValue.hpp"
 #include "KorvaneElements/KorvaneElements.hpp"
 #include "KorvaneElements/KvDatadogLogger.hpp"
+#include "ValueKeys.hpp"
 #include "platform/Fatal.hpp"
 
 namespace korvane::elements {
@@ -125,7 +126,7 @@ std::expected<void, TokenizingError> KorvaneElements::replaceElementReferences(a
             ++index;
             continue;
         }
-        const auto text = element->getValue();
+        const auto text = element->getValue(internal::ValueKeys::make());
         const auto complete = element->isComplete();
         if (!complete) {
             platform::fatalStop("Unexpectedly found nil while reading isComplete of element " + element->elementId());

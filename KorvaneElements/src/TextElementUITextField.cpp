@@ -1,4 +1,5 @@
 #include "KorvaneElements/TextElementUITextField.hpp"
+#include "ValueKeys.hpp"
 
 #include <chrono>
 
@@ -95,10 +96,10 @@ void TextElementUITextField::setValue(const std::shared_ptr<ElementValueReferenc
     if (!reference) {
         return;
     }
-    if (!reference->valueMethod()) {
+    if (!reference->hasValueMethod()) {
         platform::fatalStop("ElementValueReference has no valueMethod");
     }
-    writeText(reference->valueMethod()());
+    writeText(reference->valueMethod(internal::ValueKeys::make())());
 }
 
 void TextElementUITextField::setValueRef(const std::shared_ptr<TextElementUITextField>& element) {
@@ -118,7 +119,7 @@ void TextElementUITextField::setValueRef(const std::shared_ptr<TextElementUIText
         .store(cancellables_);
 }
 
-std::optional<std::string> TextElementUITextField::getValue() const {
+std::optional<std::string> TextElementUITextField::getValue(ValueKey /*key*/) const {
     return applyTransform(storedText());
 }
 

@@ -24,7 +24,7 @@ struct ExpiryTest : ::testing::Test {
     void SetUp() override { expiry = std::make_shared<CardExpirationDateUITextField>(); }
     void TearDown() override { expiry->resignFirstResponder(); }
     void setNow(int y, unsigned m, unsigned d) { main->setNow(sys_days{year{y} / month{m} / day{d}} + hours{12}); }
-    std::string shown() const { return expiry->getValue().value_or("<none>"); }
+    std::string shown() const { return expiry->getValue(elements_test::valueKey()).value_or("<none>"); }
 
     platform::ScopedLocale locale{"en_US", "UTC"};
     platform::ManualMainQueueScope main;
@@ -62,20 +62,20 @@ TEST_F(ExpiryTest, ReferencesReadTheFieldWhenResolved) {
     expiry->setText("12/25");
     auto month = expiry->month();
     auto year = expiry->year();
-    EXPECT_EQ(month->getValue(), "12");
-    EXPECT_EQ(year->getValue(), "2025");
+    EXPECT_EQ(month->getValue(elements_test::valueKey()), "12");
+    EXPECT_EQ(year->getValue(elements_test::valueKey()), "2025");
     EXPECT_EQ(year->getValueType(), ElementValueType::int_);
     EXPECT_EQ(year->isComplete(), true);
     EXPECT_EQ(year->elementId(), expiry->elementId());
     expiry->setText("03/31");
-    EXPECT_EQ(year->getValue(), "2031") << "read at resolution";
-    EXPECT_EQ(expiry->format("yyyy-MM")->getValue(), "2031-03");
-    EXPECT_EQ(expiry->format("yyyy-MM-dd HH:mm:ss")->getValue(), "2031-03-01 23:59:59");
+    EXPECT_EQ(year->getValue(elements_test::valueKey()), "2031") << "read at resolution";
+    EXPECT_EQ(expiry->format("yyyy-MM")->getValue(elements_test::valueKey()), "2031-03");
+    EXPECT_EQ(expiry->format("yyyy-MM-dd HH:mm:ss")->getValue(elements_test::valueKey()), "2031-03-01 23:59:59");
     EXPECT_EQ(expiry->format("yyyy")->getValueType(), ElementValueType::string);
 
     expiry->setText("04/6");
-    EXPECT_EQ(year->getValue(), "206");
-    EXPECT_FALSE(expiry->format("yyyy-MM")->valueMethod()) << "year 206 is no date here, and no stop";
+    EXPECT_EQ(year->getValue(elements_test::valueKey()), "206");
+    EXPECT_FALSE(expiry->format("yyyy-MM")->hasValueMethod()) << "year 206 is no date here, and no stop";
 }
 
 TEST_F(ExpiryTest, SetValueFromMonthAndYearReferences) {
@@ -96,8 +96,8 @@ TEST_F(ExpiryTest, HalfTypedDatesGiveNoYearAndNoFormattedDate) {
     auto year = expiry->year();
     for (const char* typed : {"", "1", "12"}) {
         expiry->setText(typed);
-        EXPECT_EQ(year->getValue(), "") << typed;
-        EXPECT_FALSE(expiry->format("yyyy-MM")->valueMethod()) << typed;
+        EXPECT_EQ(year->getValue(elements_test::valueKey()), "") << typed;
+        EXPECT_FALSE(expiry->format("yyyy-MM")->hasValueMethod()) << typed;
         Map body{{"year", elementValue(year)}};
         EXPECT_EQ(KorvaneElements::replaceElementReferences(body, "POST /tokenize", "t"),
                   std::unexpected(TokenizingError::invalidInput))

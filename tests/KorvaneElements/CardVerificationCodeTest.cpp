@@ -22,7 +22,7 @@ struct CvcTest : ::testing::Test {
         if (auto* f = platform::TextField::currentFirstResponder()) f->resignFirstResponder();
     }
     void link() { cvc->setConfig(CardVerificationCodeOptions{.cardNumberUITextField = number}); }
-    std::string shown() const { return cvc->getValue().value_or("<none>"); }
+    std::string shown() const { return cvc->getValue(elements_test::valueKey()).value_or("<none>"); }
 
     elements_test::TelemetryCapture telemetry;
     std::shared_ptr<CardVerificationCodeUITextField> cvc;

@@ -11,6 +11,7 @@
 #include "KorvaneElements/ElementMetadata.hpp"
 #include "KorvaneElements/Telemetry.hpp"
 #include "KorvaneElements/TextElementUITextField.hpp"
+#include "ValueKeys.hpp"
 #include "platform/Cancellable.hpp"
 #include "platform/testing/ManualMainQueue.hpp"
 #include "platform/testing/RecordingTransport.hpp"
@@ -43,10 +44,15 @@ private:
     std::shared_ptr<platform::HttpSession> previous_;
 };
 
-// What an element holds, read as a host can: its text is never readable, so through the value
-// (which a number element gives without blanks).
+// Tests read values as the library's own calls do; a host cannot make this key.
+inline korvane::elements::ValueKey valueKey() {
+    return korvane::elements::internal::ValueKeys::make();
+}
+
+// What an element holds: its text is never readable, so through the value (which a number
+// element gives without blanks).
 inline std::string shown(const korvane::elements::TextElementUITextField& e) {
-    return e.getValue().value_or("<none>");
+    return e.getValue(valueKey()).value_or("<none>");
 }
 
 // What `setConfig(options)` refused with, or nothing when the element took the options.

@@ -4,16 +4,33 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <type_traits>
 
 #include "AnyCodable/JsonReader.hpp"
 #include "ElementTestSupport.hpp"
 #include "KorvaneElements/CardExpirationDateUITextField.hpp"
 #include "KorvaneElements/CardVerificationCodeUITextField.hpp"
+#include "KorvaneElements/ElementValueReference.hpp"
 #include "platform/view/TextFieldDriver.hpp"
 
 namespace {
 
 using namespace korvane::elements;
+
+// A host holds elements and references but cannot read them: a key to their values cannot be
+// made outside the library, and no accessor answers without one.
+template <class T>
+concept ReadableWithoutKey = requires(const T& held) {
+    held.getValue();
+};
+template <class T>
+concept MethodReadableWithoutKey = requires(const T& held) {
+    held.valueMethod();
+};
+static_assert(!std::is_default_constructible_v<ValueKey>);
+static_assert(!ReadableWithoutKey<ElementReferenceProtocol> && !ReadableWithoutKey<TextElementUITextField> &&
+              !ReadableWithoutKey<CardNumberUITextField> && !ReadableWithoutKey<ElementValueReference>);
+static_assert(!MethodReadableWithoutKey<ElementValueReference>);
 
 struct LinkedCard {
     std::shared_ptr<CardNumberUITextField> number = std::make_shared<CardNumberUITextField>();
@@ -111,7 +128,7 @@ TEST(ElementNonAsciiDigits, PastedIntoEachCardField) {
         LinkedCard card;
         elements_test::EventLog log(*card.number);
         platform::TextFieldDriver(*card.number).paste(c.pasted);
-        EXPECT_EQ(card.number->getValue(), c.numberValue) << c.why;
+        EXPECT_EQ(card.number->getValue(elements_test::valueKey()), c.numberValue) << c.why;
         if (std::string(c.numberValue).empty()) {
             EXPECT_EQ(log.types(), (std::vector<std::string>{"focus"})) << c.why << ": nothing changed";
         } else {
@@ -119,11 +136,11 @@ TEST(ElementNonAsciiDigits, PastedIntoEachCardField) {
             EXPECT_EQ(card.number->cardMetadata().cardBrand, "visa") << c.why;
         }
         platform::TextFieldDriver(*card.expiry).paste("١٢/٣٠");
-        EXPECT_EQ(card.expiry->getValue(), "") << c.why;
+        EXPECT_EQ(card.expiry->getValue(elements_test::valueKey()), "") << c.why;
         platform::TextFieldDriver(*card.cvc).paste("١٢٣");
-        EXPECT_EQ(card.cvc->getValue(), "") << c.why;
+        EXPECT_EQ(card.cvc->getValue(elements_test::valueKey()), "") << c.why;
         card.number->setText(c.pasted);
-        EXPECT_EQ(card.number->getValue(), c.numberValue) << c.why << " (through the setter)";
+        EXPECT_EQ(card.number->getValue(elements_test::valueKey()), c.numberValue) << c.why << " (through the setter)";
     }
 }
 

@@ -141,7 +141,7 @@ TEST_F(TextElementTest, TransformShapesTheValueAndValidationSeesTheValue) {
                                           .getValueType = ElementValueType::int_});
     EventLog log(*element);
     element->setText("12-34");
-    EXPECT_EQ(element->getValue(), "1234");
+    EXPECT_EQ(element->getValue(elements_test::valueKey()), "1234");
     EXPECT_TRUE(log.last().valid);
     EXPECT_EQ(element->getValueType(), ElementValueType::int_);
 }

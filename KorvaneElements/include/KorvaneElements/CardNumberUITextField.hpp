@@ -5,7 +5,7 @@
 // only turn on the copy icon. The mask follows the detected brand in the same keystroke (four
 // groups of four until a brand is known; 4-6-5 once a number starts with 34, say). Events carry
 // the brand, and for a complete number the bin and last four digits; `cardMetadata()` holds the
-// same three. The whole number leaves the element only through `getValue()`.
+// same three. The whole number leaves the element only through `getValue(ValueKey)`.
 //
 // Create with std::make_shared. Main queue only.
 

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "KorvaneElements/ElementValueType.hpp"
+#include "KorvaneElements/ValueKey.hpp"
 
 namespace korvane::elements {
 
@@ -14,7 +15,8 @@ class ElementReferenceProtocol {
 public:
     virtual ~ElementReferenceProtocol() = default;
 
-    [[nodiscard]] virtual std::optional<std::string> getValue() const = 0;
+    // The value itself, for the library's own calls (see ValueKey).
+    [[nodiscard]] virtual std::optional<std::string> getValue(ValueKey key) const = 0;
 
     [[nodiscard]] virtual std::optional<ElementValueType> getValueType() const = 0;
     virtual void setGetValueType(std::optional<ElementValueType> type) = 0;

@@ -25,9 +25,10 @@ public:
           getValueType_(getValueType) {}
 
     // Absent when there is no value method.
-    [[nodiscard]] std::optional<std::string> getValue() const override;
+    [[nodiscard]] std::optional<std::string> getValue(ValueKey key) const override;
 
-    [[nodiscard]] const ValueMethod& valueMethod() const { return valueMethod_; }
+    [[nodiscard]] bool hasValueMethod() const { return static_cast<bool>(valueMethod_); }
+    [[nodiscard]] const ValueMethod& valueMethod(ValueKey /*key*/) const { return valueMethod_; }
     void setValueMethod(ValueMethod method) { valueMethod_ = std::move(method); }
 
     [[nodiscard]] std::optional<ElementValueType> getValueType() const override { return getValueType_; }

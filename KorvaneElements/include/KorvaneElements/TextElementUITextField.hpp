@@ -5,8 +5,9 @@
 // The host places the field on screen, configures it (`setConfig`) and subscribes to
 // `subject()`; it cannot read what was typed: `text()` always answers absent, the delegate can
 // only be the library's own `KorvaneUIViewController`, and events and `metadata()` carry flags
-// only. The value leaves the element only through `getValue()` of the reference protocol, which
-// the library's tokenize and proxy calls use at the last moment before a request.
+// only. The value leaves the element only through `getValue(ValueKey)` of the reference protocol,
+// which only the library's tokenize, proxy and reveal calls can call, at the last moment before
+// a request.
 //
 // Each change of the text runs the mask, the transform and the validation, updates the flags
 // and publishes a "textChange" event (a change that leaves the text as it was publishes
@@ -79,7 +80,7 @@ public:
 
     // ---- ElementReferenceProtocol ----------------------------------------------------------
     // The transformed field text; empty when there is none.
-    [[nodiscard]] std::optional<std::string> getValue() const override;
+    [[nodiscard]] std::optional<std::string> getValue(ValueKey key) const override;
     [[nodiscard]] std::optional<ElementValueType> getValueType() const override { return getValueType_; }
     void setGetValueType(std::optional<ElementValueType> type) override { getValueType_ = type; }
     [[nodiscard]] std::optional<bool> isComplete() const override { return isComplete_; }
