@@ -209,7 +209,9 @@ TEST_F(ExecuteTest, ChallengesAreAnsweredByTheBuildersHandlerThenItsCredentialAn
         auto result = run(b);
         ASSERT_TRUE(result) << c.why;
         EXPECT_EQ(*result ? 0 : result->error().code, c.code) << c.why;
-        if (*result) EXPECT_EQ((*result)->body, "ok") << c.why;
+        if (*result) {
+            EXPECT_EQ((*result)->body, "ok") << c.why;
+        }
         queue->runUntilIdle();
         EXPECT_EQ(internal::credentialStore().size(), 0u) << c.why;
         EXPECT_EQ(internal::challengeHandlerStore().size(), 0u) << c.why;
