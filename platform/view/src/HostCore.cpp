@@ -44,8 +44,7 @@ HostCore::HostCore(Body body, HostOptions options)
     : root(std::move(body)),
       queue(options.mainQueue ? std::move(options.mainQueue) : sharedMainQueue()),
       session(options.images),
-      loadsImages(options.loadImages),
-      aroundBuild(std::move(options.aroundBuild)) {}
+      loadsImages(options.loadImages) {}
 
 HostCore::~HostCore() {
     for (auto& [url, image] : images_) {
@@ -70,15 +69,6 @@ void HostCore::invalidate() {
 }
 
 void HostCore::build() {
-    if (building_) return;
-    if (aroundBuild) {
-        aroundBuild([this] { buildNow(); });
-    } else {
-        buildNow();
-    }
-}
-
-void HostCore::buildNow() {
     if (building_) return;
     building_ = true;
     pending = false;

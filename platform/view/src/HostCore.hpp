@@ -61,7 +61,6 @@ public:
     std::shared_ptr<Executor> queue;
     HttpSession* session;
     const bool loadsImages;
-    const std::function<void(const std::function<void()>&)> aroundBuild;
     std::thread::id thread = std::this_thread::get_id();
     std::function<void(const Node&)> onRebuild;
     std::uint64_t generation = 0;
@@ -75,7 +74,6 @@ private:
         std::shared_ptr<DataTask> task;
     };
 
-    void buildNow();
     void dropStaleRecords();
     void runAppearances();
     void loadImages();

@@ -80,9 +80,6 @@ struct HostOptions {
     HttpSession* images = nullptr;
     // False: images stay in their loading phase (one-off renders).
     bool loadImages = true;
-    // Runs each build inside it: a host serving several screens applies the screen's own
-    // process-wide settings (theme, locale) around its builds. Called with the build to run.
-    std::function<void(const std::function<void()>& build)> aroundBuild{};
 };
 
 class ScreenHost {
