@@ -5,17 +5,16 @@
 #include <gtest/gtest.h>
 
 #include <httplib.h>
-#include <unistd.h>
 
 #include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <thread>
 #include <vector>
 
 #include "DemoServer.hpp"
+#include "platform/testing/ResidentMemory.hpp"
 
 namespace {
 
@@ -24,21 +23,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr int kSessions = 200;
 
-// AddressSanitizer keeps freed memory in quarantine (256 MB by default), so resident memory says
-// nothing about what the process holds; there the figure is reported, not checked.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool kMemoryMeaningful = false;
-#else
-constexpr bool kMemoryMeaningful = true;
-#endif
 constexpr int kClients = 4;
-
-double residentMegabytes() {
-    long pages = 0;
-    long resident = 0;
-    std::ifstream("/proc/self/statm") >> pages >> resident;
-    return static_cast<double>(resident) * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1024.0 * 1024.0);
-}
 
 struct Round {
     std::atomic<long> keys{0};
@@ -95,10 +80,10 @@ TEST(DemoSoak, TypingTabsAreAnsweredAndLeaveMemoryFlatOnceTheyExpire) {
 
     Round warmUp;
     typeFor(**server, 3s, warmUp);
-    const double afterWarmUp = residentMegabytes();
+    const double afterWarmUp = platform::testing::residentMegabytes();
     Round soak;
     typeFor(**server, length, soak);
-    const double afterSoak = residentMegabytes();
+    const double afterSoak = platform::testing::residentMegabytes();
 
     std::printf(
         "soak: %ld keys in %lld s over %d sessions, %ld failed, slowest %ld ms; RSS %.1f MB after the "
@@ -107,7 +92,7 @@ TEST(DemoSoak, TypingTabsAreAnsweredAndLeaveMemoryFlatOnceTheyExpire) {
         soak.slowestMs.load(), afterWarmUp, afterSoak);
     EXPECT_EQ(warmUp.failures + soak.failures, 0);
     EXPECT_EQ((*server)->sessionCount(), 0u) << "every session expired";
-    if (kMemoryMeaningful) {
+    if (platform::testing::kResidentSizeIsTheProgram) {
         EXPECT_LT(afterSoak - afterWarmUp, 20.0) << "memory once the sessions are gone";
     }
 }

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <fstream>
 #include <iostream>
 #include <memory>
 #include <mutex>
@@ -18,6 +17,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "platform/testing/ResidentMemory.hpp"
 #include "sandbox/RawHttp.hpp"
 #include "sandbox/SandboxVaultServer.hpp"
 
@@ -35,30 +35,7 @@ constexpr auto kStalledClosedWithin = 4s;
 constexpr auto kAnswerWithin = 1s;
 constexpr int kTokensPerClient = 40;
 constexpr const char* kKey = SandboxVaultServer::kDefaultApiKey;
-// Sanitizers keep freed memory in quarantines and per-thread caches (hundreds of megabytes
-// here): the resident size would measure them, not the vault. Builds without them check the
-// bound; sanitized ones only print it.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define SOAK_SANITIZED 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define SOAK_SANITIZED 1
-#endif
-#endif
-#ifdef SOAK_SANITIZED
-constexpr bool kResidentSizeIsTheVaults = false;
-#else
-constexpr bool kResidentSizeIsTheVaults = true;
-#endif
 constexpr const char* kNumber = "4242424242424242";
-
-long residentKb() {
-    std::ifstream status("/proc/self/status");
-    for (std::string line; std::getline(status, line);) {
-        if (line.starts_with("VmRSS:")) return std::stol(line.substr(6));
-    }
-    return -1;
-}
 
 // What the clients saw; shared by every client thread.
 struct Tally {
@@ -197,14 +174,14 @@ TEST(VaultSoak, ValidCallsStayQuickAndCorrectUnderHostileTraffic) {
     std::vector<std::thread> clients;
     for (int i = 0; i < kConnections; ++i) clients.emplace_back(kMix[i % 10], vault.port(), until, std::ref(tally));
     std::this_thread::sleep_until(warm);
-    const long before = residentKb();
+    const double before = platform::testing::residentMegabytes();
     for (auto& client : clients) client.join();
-    const long after = residentKb();
+    const double after = platform::testing::residentMegabytes();
 
     std::cout << "soak: " << tally.validCalls << " valid calls, slowest " << tally.slowestMicros / 1000.0 << " ms, "
               << tally.late << " later than 1 s, " << tally.wrongAnswers << " wrong, " << tally.resets << " resets, "
               << tally.lost << " lost; " << tally.hostileCalls << " hostile calls; " << vault.tokenCount()
-              << " tokens; RSS " << before / 1024.0 << " MB -> " << after / 1024.0 << " MB; " << kStalledAtOnce
+              << " tokens; RSS " << before << " MB -> " << after << " MB; " << kStalledAtOnce
               << " stalled sockets delayed a valid call by "
               << std::chrono::duration<double, std::milli>(stalledDelay).count() << " ms\n";
     EXPECT_GT(tally.validCalls, 1000);
@@ -212,8 +189,8 @@ TEST(VaultSoak, ValidCallsStayQuickAndCorrectUnderHostileTraffic) {
     EXPECT_EQ(tally.late, 0);
     EXPECT_EQ(tally.resets, 0);
     EXPECT_EQ(tally.lost, 0);
-    if (kResidentSizeIsTheVaults) {
-        EXPECT_LE(after - before, 20 * 1024) << "kB grown";
+    if (platform::testing::kResidentSizeIsTheProgram) {
+        EXPECT_LE(after - before, 20.0) << "MB grown";
     }
 }
 
