@@ -169,13 +169,16 @@ PageChrome sessionChrome(const std::string& sessionId, const screens::ScreenEntr
     chrome.head = std::string("<style>") + kStyle + "</style><script>const TOVI={\"id\":\"" + escaped(sessionId) +
                   "\",\"version\":" + std::to_string(version) + "};</script><script defer src=\"/demo.js\"></script>";
 
+    std::string locales;
+    for (const std::string_view locale : kDemoLocales) locales += option(locale, locale, settings.locale == locale);
     std::string operations;
     for (std::size_t i = 0; i < sandbox::kSandboxOperationCount; ++i) {
         const auto name = sandbox::operationName(static_cast<sandbox::SandboxOperation>(i));
         operations += option(name, name, false);
     }
     for (std::size_t i = 0; i < sandbox::kSandboxVaultRouteCount; ++i) {
-        const std::string name = "vault " + sandbox::routeName(static_cast<sandbox::SandboxVaultRoute>(i));
+        const std::string name =
+            std::string(kVaultRoutePrefix) + sandbox::routeName(static_cast<sandbox::SandboxVaultRoute>(i));
         operations += option(name, name, false);
     }
     chrome.bodyStart = "<div class=\"demo\"><main class=\"stage\" aria-label=\"" + escaped(screen.title) + "\">";
@@ -200,8 +203,7 @@ PageChrome sessionChrome(const std::string& sessionId, const screens::ScreenEntr
         "<section><h2>Device</h2><div class=\"row\">Theme <select id=\"theme\" "
         "onchange=\"sandbox({theme:this.value})\">" +
         option("default", "default", !settings.customTheme) + option("custom", "custom brand", settings.customTheme) +
-        "</select> Locale <select id=\"locale\" onchange=\"sandbox({locale:this.value})\">" +
-        option("en_US", "en_US", settings.locale == "en_US") + option("de_DE", "de_DE", settings.locale == "de_DE") +
+        "</select> Locale <select id=\"locale\" onchange=\"sandbox({locale:this.value})\">" + locales +
         "</select></div><label class=\"row\"><input id=\"demoMode\" type=\"checkbox\" "
         "onchange=\"sandbox({demoMode:this.checked})\"" +
         (settings.demoMode ? " checked" : "") +

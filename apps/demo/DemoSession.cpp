@@ -22,9 +22,6 @@ using namespace platform::view;
 
 namespace {
 
-constexpr const char* kDefaultLocale = "en_US";
-// The locales the panel offers: what the component is tried in.
-constexpr std::array<std::string_view, 2> kLocales{"en_US", "de_DE"};
 // How many events wait for a stream that does not read.
 constexpr std::size_t kStreamBacklog = 64;
 
@@ -41,7 +38,7 @@ void applySettings(const DemoSettings& settings) {
 
 void restoreDefaults() {
     ToviTheme::set();
-    platform::setCurrentLocale(kDefaultLocale);
+    platform::setCurrentLocale(kDemoLocales[0]);
 }
 
 // The main queue as one tab sees it: every task runs under the tab's settings.
@@ -101,20 +98,11 @@ struct Scripted {
     std::optional<sandbox::SandboxVaultRoute> route;
 };
 
-constexpr std::string_view kVaultPrefix = "vault ";
-
 Scripted scriptedNamed(std::string_view name) {
-    for (std::size_t i = 0; i < sandbox::kSandboxOperationCount; ++i) {
-        const auto operation = static_cast<sandbox::SandboxOperation>(i);
-        if (sandbox::operationName(operation) == name) return {.operation = operation, .route = std::nullopt};
+    if (name.starts_with(kVaultRoutePrefix)) {
+        return {.operation = std::nullopt, .route = sandbox::routeNamed(name.substr(kVaultRoutePrefix.size()))};
     }
-    for (std::size_t i = 0; i < sandbox::kSandboxVaultRouteCount; ++i) {
-        const auto route = static_cast<sandbox::SandboxVaultRoute>(i);
-        if (name.starts_with(kVaultPrefix) && name.substr(kVaultPrefix.size()) == sandbox::routeName(route)) {
-            return {.operation = std::nullopt, .route = route};
-        }
-    }
-    return {};
+    return {.operation = sandbox::operationNamed(name), .route = std::nullopt};
 }
 
 // Applies one setting of the panel; the reason when it is malformed.
@@ -352,7 +340,7 @@ Json DemoSession::script(const Json& request) {
         settings_->customTheme = value == "custom";
         host_->invalidate();
     } else if (key == "locale" && value.is_string() &&
-               std::ranges::find(kLocales, value.get<std::string>()) != kLocales.end()) {
+               std::ranges::find(kDemoLocales, value.get<std::string>()) != kDemoLocales.end()) {
         settings_->locale = value.get<std::string>();
         restart = true;  // amounts and dates were formatted when they were loaded
     } else if (key == "demoMode" && value.is_boolean()) {

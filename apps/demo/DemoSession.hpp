@@ -9,6 +9,7 @@
 // Thread safety: everything but `updates()` runs on the main queue's thread. The update
 // channel is shared with the server's streaming threads.
 
+#include <array>
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
@@ -17,6 +18,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <nlohmann/json.hpp>
@@ -64,9 +66,17 @@ private:
     std::vector<std::shared_ptr<Stream>> streams_;
 };
 
+// The panel lists vault routes by this prefix and the route's name, after the wallet's
+// operation names.
+inline constexpr std::string_view kVaultRoutePrefix = "vault ";
+
+// The locales the panel offers, the first being every tab's to begin with and the process's
+// between tasks.
+inline constexpr std::array<std::string_view, 2> kDemoLocales{"en_US", "de_DE"};
+
 struct DemoSettings {
     bool customTheme = false;
-    std::string locale = "en_US";
+    std::string locale{kDemoLocales[0]};
     bool demoMode = true;
 };
 

@@ -29,14 +29,6 @@ namespace {
 // Long enough for any scenario, short enough that a typo cannot stall a run for hours.
 constexpr std::int64_t kMaxAdvanceMs = 24LL * 60 * 60 * 1000;
 
-std::optional<sandbox::SandboxOperation> operationNamed(std::string_view name) {
-    for (std::size_t i = 0; i < sandbox::kSandboxOperationCount; ++i) {
-        const auto operation = static_cast<sandbox::SandboxOperation>(i);
-        if (sandbox::operationName(operation) == name) return operation;
-    }
-    return std::nullopt;
-}
-
 // A string member, or absent.
 std::optional<std::string> text(const Json& input, const char* key) {
     auto it = input.find(key);
@@ -173,7 +165,7 @@ std::optional<std::string> ScenarioRunner::Impl::applySandbox(const Json& option
     for (const auto& [key, value] : options.items()) {
         if (!value.is_object()) return "sandbox \"" + key + "\" must be an object of operations";
         for (const auto& [operationText, setting] : value.items()) {
-            const auto operation = operationNamed(operationText);
+            const auto operation = sandbox::operationNamed(operationText);
             if (!operation) return "no sandbox operation is named \"" + operationText + "\"";
             if (key == "latencyMs" && setting.is_number_integer() && setting.get<std::int64_t>() >= 0 &&
                 setting.get<std::int64_t>() <= kMaxAdvanceMs) {

@@ -1,5 +1,6 @@
 #include "sandbox/SandboxToviClient.hpp"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -81,6 +82,12 @@ constexpr std::array<std::string_view, kSandboxOperationCount> kOperationNames{
 
 std::string_view operationName(SandboxOperation operation) {
     return kOperationNames.at(static_cast<std::size_t>(operation));
+}
+
+std::optional<SandboxOperation> operationNamed(std::string_view name) {
+    const auto found = std::ranges::find(kOperationNames, name);
+    if (found == kOperationNames.end()) return std::nullopt;
+    return static_cast<SandboxOperation>(found - kOperationNames.begin());
 }
 
 std::shared_ptr<SandboxToviClient> SandboxToviClient::create(Options options) {

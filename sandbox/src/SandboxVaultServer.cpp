@@ -290,6 +290,13 @@ std::string routeName(SandboxVaultRoute route) {
     return "?";
 }
 
+std::optional<SandboxVaultRoute> routeNamed(std::string_view name) {
+    for (const auto& row : SandboxVaultServer::Impl::kRoutes) {
+        if (routeName(row.route) == name) return row.route;
+    }
+    return std::nullopt;
+}
+
 SandboxVaultServer::SandboxVaultServer() : SandboxVaultServer(Options{}) {}
 SandboxVaultServer::SandboxVaultServer(Options options) : impl_(std::make_unique<Impl>(std::move(options))) {}
 SandboxVaultServer::~SandboxVaultServer() = default;

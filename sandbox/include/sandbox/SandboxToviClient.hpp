@@ -22,6 +22,7 @@
 #include <chrono>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,6 +50,8 @@ enum class SandboxOperation {
 inline constexpr std::size_t kSandboxOperationCount = 11;
 
 [[nodiscard]] std::string_view operationName(SandboxOperation operation);
+// The operation of that name, for hosts that script the sandbox from text; absent for others.
+[[nodiscard]] std::optional<SandboxOperation> operationNamed(std::string_view name);
 
 // One line of the sandbox's call log.
 struct SandboxEvent {

@@ -52,6 +52,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/Http.hpp"
@@ -64,6 +65,8 @@ enum class SandboxVaultRoute { tokenize, createToken, readToken, createSession, 
 inline constexpr std::size_t kSandboxVaultRouteCount = 5;
 // "POST /tokenize", "GET /tokens/*", ...: the route as a person scripting it reads it.
 [[nodiscard]] std::string routeName(SandboxVaultRoute route);
+// The route of that name; absent for others.
+[[nodiscard]] std::optional<SandboxVaultRoute> routeNamed(std::string_view name);
 
 // A request as a proxy key's handler (or the observer) sees it.
 struct SandboxVaultRequest {
