@@ -252,7 +252,7 @@ void DemoServer::Impl::routes() {
         auto stream = onMain([this, id]() -> std::shared_ptr<UpdateChannel::Stream> {
             auto it = sessions.find(id);
             if (it == sessions.end()) return nullptr;
-            auto opened = it->second->updates().open();
+            auto opened = it->second->openStream();
             // A new page starts with the lines written before it connected.
             for (const std::string& line : recentConsole) opened->push("console", line);
             return opened;

@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <httplib.h>
+#include <nlohmann/json.hpp>
 
+#include <chrono>
 #include <string>
 
 #include "DemoServer.hpp"
@@ -58,6 +60,28 @@ TEST(DemoServer, RefusesWhatThePageWouldNeverSendAndChangesNothing) {
     auto foreign = http.Get("/", {{"Host", "evil.example:" + std::to_string((*server)->port())}});
     ASSERT_TRUE(foreign);
     EXPECT_EQ(foreign->status, 403);
+}
+
+TEST(DemoServer, APageThatConnectsLateStillGetsTheScreenAsItStands) {
+    // The key changes the screen while no page listens; the stream the page opens afterwards
+    // must begin with that screen, or the page shows the old one until the next change.
+    auto server = tovi::demo::DemoServer::start({.port = 0});
+    ASSERT_TRUE(server) << server.error();
+    httplib::Client http("127.0.0.1", (*server)->port());
+    const std::string session = http.Get("/new?screen=cardFields")->get_header_value("Location");
+    auto typed = http.Post(session + "/act", R"({"action":"type","id":"cardNumber","keys":"4"})", "application/json");
+    ASSERT_TRUE(typed && typed->status == 200);
+    const std::string version = "\"version\":" + nlohmann::json::parse(typed->body)["version"].dump() + ",";
+
+    std::string events;
+    http.set_read_timeout(std::chrono::seconds(5));
+    (void)http.Get(session + "/events", [&](const char* data, std::size_t length) {
+        events.append(data, length);
+        return events.find("event: update") == std::string::npos;
+    });
+    const auto update = events.find("event: update\ndata: ");
+    ASSERT_NE(update, std::string::npos) << events;
+    EXPECT_NE(events.find(version, update), std::string::npos) << events;
 }
 
 }  // namespace

@@ -253,6 +253,12 @@ void DemoSession::start() {
     });
 }
 
+std::shared_ptr<UpdateChannel::Stream> DemoSession::openStream() {
+    auto stream = updates_.open();
+    stream->push("update", screenState().dump());
+    return stream;
+}
+
 HtmlOptions DemoSession::htmlOptions(const Node& tree) const {
     HtmlOptions options = toviHtmlOptions(std::string(screen_.title));
     auto names = std::make_shared<std::unordered_map<const NodeData*, std::string>>();

@@ -107,6 +107,10 @@ public:
     [[nodiscard]] Json tree();
 
     [[nodiscard]] UpdateChannel& updates() { return updates_; }
+    // A new stream for a page, starting with the screen as it stands: a change made between
+    // serving the page and the page connecting was sent to no stream. The page ignores a screen
+    // that is not newer than its own.
+    [[nodiscard]] std::shared_ptr<UpdateChannel::Stream> openStream();
 
 private:
     void start();
