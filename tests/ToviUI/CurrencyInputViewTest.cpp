@@ -95,7 +95,7 @@ TEST(CurrencyInputView, TypingShowsTheHintAndClearEmptiesTheField) {
     screen.main->runUntilIdle();
     EXPECT_EQ(screen.amount->get(), std::nullopt);
     EXPECT_FALSE(screen.tree().has(by::id("currencyInput.hint")));
-    const auto& field = screen.tree().find(by::id("currencyInput.amount")).props<TextFieldProps>().field;
+    const auto field = screen.tree().find(by::id("currencyInput.amount")).props<TextFieldProps>().field;
     EXPECT_EQ(field->text(), "") << "the value cleared from outside empties the text";
 }
 
