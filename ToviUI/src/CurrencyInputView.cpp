@@ -52,9 +52,10 @@ Node CurrencyInputView::body(Scope& scope) const {
     row.padding(Edge::horizontal, 12)
         .font(ds.fonts.body.medium)
         .frame(Frame{.height = 60})
-        .background(RoundedRectangle(16).fill(ds.colors.background.item))
-        .overlay(RoundedRectangle(16).stroke(isSelected ? ds.colors.brand.primary : ds.colors.borders.branded,
-                                             isSelected ? 2 : 1))
+        // Filled and stroked in one shape behind the row, so the outline never covers the field.
+        .background(RoundedRectangle(16)
+                        .fill(ds.colors.background.item)
+                        .stroke(isSelected ? ds.colors.brand.primary : ds.colors.borders.branded, isSelected ? 2 : 1))
         .animation(Animation::easeInOut(), "value");
 
     Node message;
