@@ -75,8 +75,16 @@ std::optional<std::string> amountTextFromTyping(std::optional<int> numberOfDecim
 namespace internal {
 
 std::string deviceDecimalSeparator() {
-    std::string separator = platform::decimalSeparator(platform::currentLocale());
-    return separator.empty() ? "." : separator;
+    // Looked up once per locale: reading the locale's symbols costs more than the rest of a key.
+    // Main queue only, like the fields that ask.
+    static std::string locale;
+    static std::string separator;
+    if (std::string now = platform::currentLocale(); separator.empty() || now != locale) {
+        separator = platform::decimalSeparator(now);
+        if (separator.empty()) separator = ".";
+        locale = std::move(now);
+    }
+    return separator;
 }
 
 std::string numericText(std::string_view text, std::string_view separator) {
