@@ -1,6 +1,7 @@
 // The demo as a person uses it, in headless Chromium: the home page, a screen opened live, keys
 // typed into the secure card fields and a card tokenized against the sandbox vault, then
-// failures injected from the panel (the vault's, the wallet's) and what the screens show of them. Every step leaves a
+// failures injected from the panel (the vault's, the wallet's) and what the screens show of them, and last an amount
+// typed into the custom amount field. Every step leaves a
 // screenshot in the build folder (demo-*.png) and fails when a part of the page has no size or two parts overlap.
 
 #include <gmock/gmock.h>
@@ -64,7 +65,7 @@ protected:
 
 TEST_F(DemoInBrowser, TypesACardTokenizesItAndShowsAnInjectedFailure) {
     browser.navigate(server->url() + "/");
-    EXPECT_EQ(browser.evaluate("document.querySelectorAll('#screens a').length").get<int>(), 4);
+    EXPECT_EQ(browser.evaluate("document.querySelectorAll('#screens a').length").get<int>(), 5);
 
     browser.navigate(server->url() + "/new?screen=cardFields");
     step("card-fields");
@@ -114,6 +115,17 @@ TEST_F(DemoInBrowser, TypesACardTokenizesItAndShowsAnInjectedFailure) {
     step("injected-failure");
     ASSERT_TRUE(waitFor("document.getElementById('console').textContent.includes('Error fetching user info')"))
         << "the panel shows the console line";
+
+    browser.navigate(server->url() + "/new?screen=currencyEntry");
+    ASSERT_TRUE(waitFor("document.querySelector(\"[data-id='currencyInput.amount'] input\")"));
+    click("[data-id='currencyInput.amount'] input");
+    ASSERT_TRUE(waitFor("document.activeElement.tagName === 'INPUT'")) << "nothing covers the field";
+    browser.insertText("12.34");
+    ASSERT_TRUE(waitFor("document.querySelector(\"[data-id='currencyInput.amount'] input\").value === '$12.34'"))
+        << browser.evaluate("document.querySelector('.stage').textContent");
+    ASSERT_TRUE(waitFor("document.querySelector(\"[data-id='currencyInput.hint']\").textContent === '+ $1.00 bonus'"))
+        << "the sample range's first tier is reached";
+    step("currency-entry");
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "ToviUI/AlertView.hpp"
+#include "ToviUI/CurrencyInputView.hpp"
 #include "ToviUI/FlipAnimation.hpp"
 #include "ToviUI/SheetHeader.hpp"
 #include "ToviUI/ToviActionView.hpp"
@@ -17,6 +18,7 @@
 #include "ToviUI/ToviSpacing.hpp"
 #include "ToviUI/ToviTheme.hpp"
 #include "platform/view/HtmlRenderer.hpp"
+#include "platform/view/ScreenHost.hpp"
 #include "platform/view/View.hpp"
 
 namespace tovi::gallery {
@@ -143,6 +145,21 @@ Node errorAndFlip() {
                            flip(ToviImage{ToviImageSource::toviCard}.body().frame(96, 64), 0))});
 }
 
+Node currencyInput(std::optional<double> dollars, bool selected) {
+    return buildOnce([=](Scope& s) {
+        return s.view(CurrencyInputView{.value = Binding<std::optional<double>>::constant(dollars),
+                                        .isSelected = selected,
+                                        .validCurrencyRange = sampleCurrencyRange()});
+    });
+}
+
+Node currencyInputs() {
+    return section("CurrencyInputView", {sample("empty", currencyInput(std::nullopt, false)),
+                                         sample("selected", currencyInput(std::nullopt, true)),
+                                         sample("above the maximum: message", currencyInput(150, true)),
+                                         sample("a tier reached: hint", currencyInput(25, true))});
+}
+
 Node images() {
     std::vector<Node> rows;
     std::vector<Node> row;
@@ -161,10 +178,15 @@ Node images() {
 
 }  // namespace
 
+CustomCurrencyInputUiModel sampleCurrencyRange() {
+    return {500, 10000, std::vector<ReloadBucketUiModel>{{"tier1", 1000, 100}, {"tier2", 2000, 300}}};
+}
+
 Node galleryColumn(const std::string& title) {
-    return VStack({Text(title).font(ds().fonts.title.medium).foregroundColor(ds().colors.text.bold), palette(),
-                   buttons(), actionViews(), alerts(), headers(), navigation(), errorAndFlip(), images()},
-                  Alignment::leading, spacing::l)
+    return VStack(
+               {Text(title).font(ds().fonts.title.medium).foregroundColor(ds().colors.text.bold), palette(), buttons(),
+                actionViews(), alerts(), headers(), navigation(), errorAndFlip(), currencyInputs(), images()},
+               Alignment::leading, spacing::l)
         .padding(spacing::m)
         .frame(Frame{.width = columnWidth})
         .background(ColorView(ds().colors.background.light))

@@ -9,6 +9,7 @@
 
 #include <string>
 
+#include "ToviUI/CustomCurrencyInput.hpp"
 #include "platform/view/Node.hpp"
 
 namespace tovi::gallery {
@@ -21,5 +22,9 @@ namespace tovi::gallery {
 // A brand far from the default, and a serif face, so that every token that follows the theme
 // visibly changes and every one that must not stays put.
 void setCustomBrandTheme();
+
+// A custom amount range for previews: $5.00 to $100.00, with bonuses of $1.00 from $10.00 and
+// $3.00 from $20.00.
+[[nodiscard]] CustomCurrencyInputUiModel sampleCurrencyRange();
 
 }  // namespace tovi::gallery

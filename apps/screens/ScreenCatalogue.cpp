@@ -4,6 +4,7 @@
 #include <array>
 
 #include "CardFieldsScreen.hpp"
+#include "CurrencyEntryScreen.hpp"
 #include "PreviewScreens.hpp"
 #include "WalletStatesScreen.hpp"
 
@@ -16,6 +17,8 @@ constexpr std::array kScreens{
     ScreenEntry{"cardFields", "Secure card fields, tokenized against the sandbox vault", cardFieldsScreen},
     ScreenEntry{"components", "Every shared component in its states", componentsScreen},
     ScreenEntry{"errorView", "The error view, with its retry counted", errorViewScreen},
+    ScreenEntry{"currencyEntry", "Amount entry: the custom amount row and the till-style cents field",
+                currencyEntryScreen},
 };
 
 }  // namespace
