@@ -46,7 +46,8 @@ Node AboutTapToPayLineView::body() const {
                        ds.colors.brand.primary),
                    VStack({Text(line.title).font(ds.fonts.title.medium).foregroundColor(ds.colors.text.primary),
                            Text(line.text).font(ds.fonts.body.medium).foregroundColor(ds.colors.text.primary)},
-                          Alignment::leading)},
+                          Alignment::leading)
+                       .fillWidth(Alignment::leading)},
                   Alignment::center, 6)
         .viewType("AboutTapToPayLineView");
 }

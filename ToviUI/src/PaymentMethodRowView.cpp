@@ -19,15 +19,17 @@ Node PaymentMethodRowView::body() const {
                                   .foregroundColor(ds.colors.icons.primary)
                                   .accessibilityIdentifier("paymentMethod.selected")
                             : Node{};
-    // The card text may be long or right to left: one line, so the row keeps its height.
+    // The card text may be long or right to left: one line, so the row keeps its height, in a
+    // column that takes the free width and keeps the check mark at the end.
     return HStack({ToviImage{imageSource}.body().frame(46, 32),
                    VStack({Text(cardDetailsDisplayText)
                                .font(ds.fonts.body.semibold)
                                .foregroundColor(ds.colors.text.primary)
                                .lineLimit(1),
                            expired},
-                          Alignment::leading),
-                   Spacer(), check},
+                          Alignment::leading)
+                       .fillWidth(Alignment::leading),
+                   check},
                   Alignment::center)
         .frame(Frame{.height = 50})
         .viewType("PaymentMethodRowView");

@@ -14,19 +14,19 @@ namespace tovi {
 using namespace platform::view;
 
 Node SelectPaymentMethodOptionBottomSheet::content() const {
-    return ScrollView(
-               VStack({SheetHeader{localized("Select Payment Method"), onBackClicked}.body().padding(Edge::bottom, 8),
-                       PaymentMethodOptionsList{paymentMethods, selectedPaymentMethod},
-                       AddNewPaymentMethodRowView{}
-                           .body()
-                           .fillWidth()
-                           .contentShapeRectangle()
-                           .onTapGesture(addPaymentSourceClick)
-                           .accessibilityIdentifier("paymentMethod.add")},
-                      Alignment::leading, 0)
-                   .padding(Edge::vertical, 24)
-                   .padding(Edge::horizontal, 16),
-               Axis::vertical, false)
+    return ScrollView(VStack({SheetHeader{localized("Select Payment Method"), onBackClicked}.body().fillWidth().padding(
+                                  Edge::bottom, 8),
+                              PaymentMethodOptionsList{paymentMethods, selectedPaymentMethod},
+                              AddNewPaymentMethodRowView{}
+                                  .body()
+                                  .fillWidth()
+                                  .contentShapeRectangle()
+                                  .onTapGesture(addPaymentSourceClick)
+                                  .accessibilityIdentifier("paymentMethod.add")},
+                             Alignment::leading, 0)
+                          .padding(Edge::vertical, 24)
+                          .padding(Edge::horizontal, 16),
+                      Axis::vertical, false)
         .viewType(kTypeName);
 }
 

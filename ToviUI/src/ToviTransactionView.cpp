@@ -35,15 +35,17 @@ std::string transactionAmountText(const TransactionUiModel& transaction) {
 
 Node ToviTransactionView::body() const {
     const auto& ds = ToviDesignSystem::shared();
-    // The date line and the amount come from the record: they are shown, never translated.
+    // The date line and the amount come from the record: they are shown, never translated. The
+    // column takes the free width (the flexible space between it and the amount), so a long
+    // name wraps beside the amount instead of pushing it out.
     return HStack(
                {VStack(
                     {Text(uiModel.transactionText)
                          .font(ds.fonts.title.smallSemiBold)
                          .foregroundColor(ds.colors.text.primary),
                      Text(uiModel.dataAndTimeText).font(ds.fonts.footnote).foregroundColor(ds.colors.text.secondary)},
-                    Alignment::leading, 4),
-                Spacer(),
+                    Alignment::leading, 4)
+                    .fillWidth(Alignment::leading),
                 Text(transactionAmountText(uiModel)).font(Font::headline()).foregroundColor(ds.colors.text.primary)},
                Alignment::top)
         .viewType("ToviTransactionView");
