@@ -5,6 +5,7 @@
 
 #include "CardFieldsScreen.hpp"
 #include "PreviewScreens.hpp"
+#include "WalletPartsScreens.hpp"
 #include "WalletStatesScreen.hpp"
 
 namespace tovi::screens {
@@ -16,6 +17,10 @@ constexpr std::array kScreens{
     ScreenEntry{"cardFields", "Secure card fields, tokenized against the sandbox vault", cardFieldsScreen},
     ScreenEntry{"components", "Every shared component in its states", componentsScreen},
     ScreenEntry{"errorView", "The error view, with its retry counted", errorViewScreen},
+    ScreenEntry{"history", "Transaction history of the sandbox wallet", historyScreen},
+    ScreenEntry{"paymentPicker", "Card picker on the saved cards; its add row publishes a new card",
+                paymentPickerScreen},
+    ScreenEntry{"aboutTapToPay", "How to use the balance in-store, with its sheet", aboutTapToPayScreen},
 };
 
 }  // namespace
