@@ -12,27 +12,11 @@ namespace tovi {
 
 using namespace platform::view;
 
-namespace {
-
-constexpr const char* lineKey(AboutTapToPayLineType type) {
-    switch (type) {
-        case AboutTapToPayLineType::addToWallet:
-            return "addToWallet";
-        case AboutTapToPayLineType::checkout:
-            return "checkout";
-        case AboutTapToPayLineType::use:
-            return "use";
-    }
-    return "";
-}
-
-}  // namespace
-
 Node AboutTapToPayInfoView::body() const {
     const auto& ds = ToviDesignSystem::shared();
     Node lines = VStack(ForEach(uiModel.lineItems,
                                 [this](AboutTapToPayLineType type) {
-                                    return AboutTapToPayLineView{uiModel, type}.body().id(lineKey(type));
+                                    return AboutTapToPayLineView{uiModel, type}.body().id(std::string(rawValue(type)));
                                 }),
                         Alignment::leading, 20);
     return VStack({SheetHeader{localized("Add to Apple Wallet")}.body().padding(Edge::bottom, 20),

@@ -18,21 +18,26 @@ namespace {
 // merchant's name goes. The device wallet's own names stay as it spells them.
 struct LineRow {
     AboutTapToPayLineType type;
+    std::string_view name;
     ToviImageSource icon;
     std::string_view title;
     std::string_view text;
 };
 
 constexpr std::array<LineRow, 3> kLines{{
-    {AboutTapToPayLineType::addToWallet, ToviImageSource::wallet, "Add to Apple Wallet",
+    {AboutTapToPayLineType::addToWallet, "addToWallet", ToviImageSource::wallet, "Add to Apple Wallet",
      "Tap \u201cAdd to Apple Wallet\u201d button and follow the instructions."},
-    {AboutTapToPayLineType::checkout, ToviImageSource::nfc, "How to Checkout",
+    {AboutTapToPayLineType::checkout, "checkout", ToviImageSource::nfc, "How to Checkout",
      "Open Apple Wallet and select your %@ card. Tap to checkout when prompted."},
-    {AboutTapToPayLineType::use, ToviImageSource::location, "Where to Use",
+    {AboutTapToPayLineType::use, "use", ToviImageSource::location, "Where to Use",
      "Works at any %@ location that takes NFC payment (Tap to Pay)."},
 }};
 
 }  // namespace
+
+std::string_view rawValue(AboutTapToPayLineType type) {
+    return kLines[static_cast<std::size_t>(type)].name;
+}
 
 AboutTapToPayLine aboutTapToPayLine(AboutTapToPayLineType type, const std::string& merchantName) {
     const LineRow& row = kLines[static_cast<std::size_t>(type)];

@@ -4,12 +4,16 @@
 // as it stands (no quoting, no case change; an empty name leaves two blanks side by side).
 
 #include <string>
+#include <string_view>
 
 #include "ToviUI/TapToPayUiModel.hpp"
 #include "ToviUI/ToviImageSource.hpp"
 #include "platform/view/Node.hpp"
 
 namespace tovi {
+
+// "addToWallet", "checkout", "use": the line's identity in the list.
+[[nodiscard]] std::string_view rawValue(AboutTapToPayLineType type);
 
 // The icon asset, title and text of a line, the text with `merchantName` in place.
 struct AboutTapToPayLine {
