@@ -253,8 +253,11 @@ void DemoServer::Impl::routes() {
             auto it = sessions.find(id);
             if (it == sessions.end()) return nullptr;
             auto opened = it->second->updates().open();
-            // A new page starts with the lines written before it connected.
+            // A new page starts with the lines written before it connected, and with the screen
+            // as it is now: a rebuild between serving the page and this connection reached no
+            // stream. The page ignores a state no newer than its own.
             for (const std::string& line : recentConsole) opened->push("console", line);
+            opened->push("update", it->second->screenState().dump());
             return opened;
         });
         if (!stream || !*stream) return replyError(res, stream ? 404 : 503, "no such session");
