@@ -5,6 +5,8 @@
 //
 //     s.view(AboutTapToPayActionView{tapToPayUiModel})
 
+#include <functional>
+
 #include "ToviUI/TapToPayUiModel.hpp"
 #include "platform/view/Node.hpp"
 #include "platform/view/Scope.hpp"
