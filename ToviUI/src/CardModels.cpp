@@ -10,9 +10,11 @@ struct BrandRow {
     CardBrand brand;
     std::string_view backendName;
     std::string_view displayName;
+    ToviImageSource image;
 };
 
-#define TOVI_CARD_BRAND_ROW(brand, backendName, displayName) {CardBrand::brand, backendName, displayName},
+#define TOVI_CARD_BRAND_ROW(brand, backendName, displayName, image) \
+    {CardBrand::brand, backendName, displayName, ToviImageSource::image},
 constexpr BrandRow kBrands[] = {TOVI_CARD_BRANDS(TOVI_CARD_BRAND_ROW)};
 #undef TOVI_CARD_BRAND_ROW
 
@@ -30,6 +32,13 @@ std::string_view displayName(CardBrand brand) {
         if (row.brand == brand) return row.displayName;
     }
     return "Unknown";
+}
+
+ToviImageSource imageSource(CardBrand brand) {
+    for (const auto& row : kBrands) {
+        if (row.brand == brand) return row.image;
+    }
+    return ToviImageSource::placeholderCard;
 }
 
 PaymentMethodUiModel makePaymentMethodUiModel(const ToviSharedPaymentMethod& record) {

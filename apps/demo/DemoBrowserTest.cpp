@@ -35,7 +35,8 @@ protected:
                       std::ios::binary | std::ios::trunc)
             << browser.screenshot();
         EXPECT_THAT(layoutFaults(boxesOf(browser, ".stage, .panel > section", "class")), ::testing::IsEmpty()) << name;
-        for (const Box& part : boxesOf(browser, ".stage [data-view]", "data-view")) {
+        // A styled button's pressed look (.p) is laid out only while it is pressed.
+        for (const Box& part : boxesOf(browser, ".stage [data-view]:not(.p [data-view])", "data-view")) {
             EXPECT_TRUE(part.border.width > 0 && part.border.height > 0) << name << ": " << part.name << " has no size";
         }
     }
@@ -65,7 +66,7 @@ protected:
 
 TEST_F(DemoInBrowser, TypesACardTokenizesItAndShowsAnInjectedFailure) {
     browser.navigate(server->url() + "/");
-    EXPECT_EQ(browser.evaluate("document.querySelectorAll('#screens a').length").get<int>(), 5);
+    EXPECT_EQ(browser.evaluate("document.querySelectorAll('#screens a').length").get<int>(), 8);
 
     browser.navigate(server->url() + "/new?screen=cardFields");
     step("card-fields");
@@ -126,6 +127,27 @@ TEST_F(DemoInBrowser, TypesACardTokenizesItAndShowsAnInjectedFailure) {
     ASSERT_TRUE(waitFor("document.querySelector(\"[data-id='currencyInput.hint']\").textContent === '+ $1.00 bonus'"))
         << "the sample range's first tier is reached";
     step("currency-entry");
+}
+
+TEST_F(DemoInBrowser, PicksASavedCardAndSelectsOneAddedWhileThePickerIsOpen) {
+    browser.navigate(server->url() + "/new?screen=paymentPicker");
+    const auto checkIn = [](const std::string& row) {
+        return "document.querySelector('[data-id=\"paymentMethod." + row + "\"] [data-id=\"paymentMethod.selected\"]')";
+    };
+    ASSERT_TRUE(waitFor("document.querySelector('[data-id=\"paymentMethod.pm_sandbox_mc_4444\"]')"));
+    EXPECT_FALSE(
+        browser.evaluate("Boolean(document.querySelector('[data-id=\"paymentMethod.selected\"]'))").get<bool>())
+        << "nothing is selected before a tap";
+    click("[data-id=\"paymentMethod.pm_sandbox_mc_4444\"]");
+    ASSERT_TRUE(waitFor(checkIn("pm_sandbox_mc_4444"))) << "the check mark moves to the tapped card";
+    click("[data-id=\"paymentMethod.pm_sandbox_visa_4242\"]");
+    ASSERT_TRUE(waitFor(checkIn("pm_sandbox_visa_4242")));
+    EXPECT_FALSE(browser.evaluate("Boolean(" + checkIn("pm_sandbox_mc_4444") + ")").get<bool>()) << "one check mark";
+    step("payment-picker");
+
+    click("[data-id=\"paymentMethod.add\"]");
+    ASSERT_TRUE(waitFor(checkIn("pm_added_1000"))) << "a card published while the picker is open is selected";
+    step("payment-picker-added");
 }
 
 }  // namespace

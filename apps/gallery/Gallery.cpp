@@ -4,9 +4,16 @@
 #include <utility>
 #include <vector>
 
+#include "ToviUI/AboutTapToPayActionView.hpp"
+#include "ToviUI/AboutTapToPayInfoView.hpp"
+#include "ToviUI/AddNewPaymentMethodRowView.hpp"
 #include "ToviUI/AlertView.hpp"
 #include "ToviUI/CurrencyInputView.hpp"
 #include "ToviUI/FlipAnimation.hpp"
+#include "ToviUI/PaymentMethodOptionsList.hpp"
+#include "ToviUI/PaymentMethodPreview.hpp"
+#include "ToviUI/PaymentMethodRowView.hpp"
+#include "ToviUI/SelectPaymentMethodOptionBottomSheet.hpp"
 #include "ToviUI/SheetHeader.hpp"
 #include "ToviUI/ToviActionView.hpp"
 #include "ToviUI/ToviAssets.hpp"
@@ -17,6 +24,7 @@
 #include "ToviUI/ToviNavigationBar.hpp"
 #include "ToviUI/ToviSpacing.hpp"
 #include "ToviUI/ToviTheme.hpp"
+#include "ToviUI/TransactionHistoryTable.hpp"
 #include "platform/view/HtmlRenderer.hpp"
 #include "platform/view/ScreenHost.hpp"
 #include "platform/view/View.hpp"
@@ -176,6 +184,59 @@ Node images() {
     return section("ToviImage", {VStack(std::move(rows), Alignment::leading, spacing::s)});
 }
 
+// Sheets hold scroll views, which take the height they are given, as on a phone.
+constexpr double sheetHeight = 420;
+
+// Texts no design expects: a display name of 200 characters, and right-to-left script.
+const std::string longName = [] {
+    std::string name;
+    while (name.size() < 200) name += "Reload at Tovi Coffee Roasters Downtown ";
+    return name.substr(0, 200);
+}();
+const std::string rightToLeft = "\u0634\u062d\u0646 \u0627\u0644\u0631\u0635\u064a\u062f";
+
+Node history() {
+    return section("TransactionHistoryTable",
+                   {sample("preview rows", TransactionHistoryTable{testTransactions()}),
+                    sample("empty", TransactionHistoryTable{}),
+                    sample("long name, right to left, no date, no mark",
+                           TransactionHistoryTable{{{"long", longName, "May 1 \u2022 09:00 AM", "$1,234.56", false},
+                                                    {"rtl", rightToLeft, "", "$3.00", std::nullopt}}})});
+}
+
+Node paymentMethods() {
+    const PaymentMethodUiModel visa{"pm_1", {CardBrand::visa, "424242", "4242"}, false};
+    const PaymentMethodUiModel expired{"pm_2", {CardBrand::amex, "378282", "0005"}, true};
+    const PaymentMethodUiModel unknown{"pm_3", {CardBrand::unknown, "", ""}, false};
+    const auto selected = Binding<std::optional<PaymentMethodUiModel>>::constant(visa);
+    return section(
+        "Payment methods",
+        {sample("preview: a card, an expired card, none",
+                VStack({PaymentMethodPreview{visa, noop}, PaymentMethodPreview{expired, noop},
+                        PaymentMethodPreview{std::nullopt, noop}},
+                       Alignment::leading, 0)),
+         sample("row: long text, right to left",
+                VStack({PaymentMethodRowView{ToviImageSource::placeholderCard, longName, true, true},
+                        PaymentMethodRowView{ToviImageSource::visa, rightToLeft, false, false}},
+                       Alignment::leading, 0)),
+         sample("options list, unknown brand and empty last four, add row",
+                VStack({PaymentMethodOptionsList{{visa, expired, unknown}, selected}, AddNewPaymentMethodRowView{}},
+                       Alignment::leading, 0)),
+         sample("picker sheet", SelectPaymentMethodOptionBottomSheet{.paymentMethods = {visa, expired},
+                                                                     .selectedPaymentMethod = selected}
+                                    .content()
+                                    .frame(Frame{.height = sheetHeight}))});
+}
+
+Node aboutTapToPay() {
+    return section("About tap to pay",
+                   {sample("row", AboutTapToPayActionView{TapToPayUiModel("Tovi Coffee")}.body(false, [](bool) {})),
+                    sample("sheet", AboutTapToPayInfoView{TapToPayUiModel("Tovi Coffee")}.body().frame(
+                                        Frame{.height = sheetHeight})),
+                    sample("sheet, empty merchant name",
+                           AboutTapToPayInfoView{TapToPayUiModel("")}.body().frame(Frame{.height = sheetHeight}))});
+}
+
 }  // namespace
 
 CustomCurrencyInputUiModel sampleCurrencyRange() {
@@ -183,10 +244,10 @@ CustomCurrencyInputUiModel sampleCurrencyRange() {
 }
 
 Node galleryColumn(const std::string& title) {
-    return VStack(
-               {Text(title).font(ds().fonts.title.medium).foregroundColor(ds().colors.text.bold), palette(), buttons(),
-                actionViews(), alerts(), headers(), navigation(), errorAndFlip(), currencyInputs(), images()},
-               Alignment::leading, spacing::l)
+    return VStack({Text(title).font(ds().fonts.title.medium).foregroundColor(ds().colors.text.bold), palette(),
+                   buttons(), actionViews(), alerts(), headers(), navigation(), errorAndFlip(), currencyInputs(),
+                   images(), history(), paymentMethods(), aboutTapToPay()},
+                  Alignment::leading, spacing::l)
         .padding(spacing::m)
         .frame(Frame{.width = columnWidth})
         .background(ColorView(ds().colors.background.light))

@@ -29,7 +29,7 @@ TEST(Gallery, EverySectionIsDrawnAtItsSizeApartFromTheOthers) {
     write(folder / "gallery.png", browser.screenshot());
 
     const std::vector<Box> sections = boxesOf(browser, "[data-id^='section:']", "data-id");
-    EXPECT_EQ(sections.size(), 18u) << "nine sections under each theme";
+    EXPECT_EQ(sections.size(), 24u) << "twelve sections under each theme";
     EXPECT_THAT(layoutFaults(sections), ::testing::IsEmpty());
     EXPECT_THAT(layoutFaults(boxesOf(browser, "[data-id^='column:']", "data-id")), ::testing::IsEmpty())
         << "each theme's column holds all its sections";
@@ -39,7 +39,8 @@ TEST(Gallery, EverySectionIsDrawnAtItsSizeApartFromTheOthers) {
          {"[data-view=ToviButton]", "[data-view=ToviActionView]", "[data-view=AlertView]",
           "[data-view=AlertArrowUpShape]", "[data-view=AlertArrowDownShape]", "[data-view=SheetHeader]",
           "[data-view=ToviErrorView]", "[data-view=FlipWrapper]", "[data-view=ToviImage]",
-          "[data-view=CurrencyInputView]", ".nav", "button[disabled]", "[role=progressbar]"}) {
+          "[data-view=CurrencyInputView]", ".nav", "button[disabled]", "[role=progressbar]",
+          "[data-view=ToviTransactionView]", "[data-view=PaymentMethodRowView]", "[data-view=AboutTapToPayLineView]"}) {
         const std::vector<Box> found = boxesOf(browser, selector, "class");
         EXPECT_TRUE(std::ranges::any_of(found, [](const Box& b) { return b.border.width > 0 && b.border.height > 0; }))
             << selector << " is not drawn";

@@ -6,6 +6,7 @@
 #include "CardFieldsScreen.hpp"
 #include "CurrencyEntryScreen.hpp"
 #include "PreviewScreens.hpp"
+#include "WalletPartsScreens.hpp"
 #include "WalletStatesScreen.hpp"
 
 namespace tovi::screens {
@@ -19,6 +20,10 @@ constexpr std::array kScreens{
     ScreenEntry{"errorView", "The error view, with its retry counted", errorViewScreen},
     ScreenEntry{"currencyEntry", "Amount entry: the custom amount row and the till-style cents field",
                 currencyEntryScreen},
+    ScreenEntry{"history", "Transaction history of the sandbox wallet", historyScreen},
+    ScreenEntry{"paymentPicker", "Card picker on the saved cards; its add row publishes a new card",
+                paymentPickerScreen},
+    ScreenEntry{"aboutTapToPay", "How to use the balance in-store, with its sheet", aboutTapToPayScreen},
 };
 
 }  // namespace

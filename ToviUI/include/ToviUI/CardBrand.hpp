@@ -3,21 +3,23 @@
 
 #include <string_view>
 
+#include "ToviUI/ToviImageSource.hpp"
+
 namespace tovi {
 
-// One row per brand: row(case, the backend's `brand` string, display name). Rows are matched
+// One row per brand: row(case, the backend's `brand` string, display name, image). Rows are matched
 // top to bottom; `unknown` is the fallback and has no backend name. Row order is the case order,
 // which is part of the hash of the card models (the case index is hashed).
 // clang-format off
 #define TOVI_CARD_BRANDS(row) \
-    row(amex, "amex", "American Express") \
-    row(mastercard, "mastercard", "MasterCard") \
-    row(maestro, "maestro", "Maestro") \
-    row(visa, "visa", "Visa") \
-    row(visaElectron, "visa electron", "Visa Electron") \
-    row(discover, "discover", "Discover") \
-    row(dinersClub, "diners", "Diners Club") \
-    row(unknown, "", "Unknown")
+    row(amex, "amex", "American Express", americanExpress) \
+    row(mastercard, "mastercard", "MasterCard", masterCard) \
+    row(maestro, "maestro", "Maestro", maestro) \
+    row(visa, "visa", "Visa", visa) \
+    row(visaElectron, "visa electron", "Visa Electron", visaElectron) \
+    row(discover, "discover", "Discover", discover) \
+    row(dinersClub, "diners", "Diners Club", dinersClub) \
+    row(unknown, "", "Unknown", placeholderCard)
 // clang-format on
 
 #define TOVI_CARD_BRAND_CASE(brand, ...) brand,
@@ -29,5 +31,8 @@ enum class CardBrand { TOVI_CARD_BRANDS(TOVI_CARD_BRAND_CASE) };
 
 // "American Express", "MasterCard", ... "Unknown".
 [[nodiscard]] std::string_view displayName(CardBrand brand);
+
+// The brand's card image; `unknown` shows the placeholder card.
+[[nodiscard]] ToviImageSource imageSource(CardBrand brand);
 
 }  // namespace tovi

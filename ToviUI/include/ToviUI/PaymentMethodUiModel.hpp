@@ -24,6 +24,8 @@ struct PaymentMethodUiModel {
     bool isExpired = false;
 
     [[nodiscard]] bool isValid() const { return !isExpired; }
+    // Four middle dots and a blank, then the last four digits as the backend sent them.
+    [[nodiscard]] std::string obfuscatedCardNumber() const { return "\u00b7\u00b7\u00b7\u00b7 " + card.lastFour; }
 
     friend bool operator==(const PaymentMethodUiModel&, const PaymentMethodUiModel&) = default;
 };

@@ -142,8 +142,11 @@ std::string cssFont(const Font& f) {
 }
 
 std::optional<std::string_view> systemSymbolSvg(std::string_view name) {
+    // The namespace is needed where a symbol is drawn as a mask (template rendering): an SVG
+    // read as an image shows nothing without it.
     static constexpr std::string_view head =
-        R"(<svg viewBox="0 0 24 24" width="100%" height="100%" fill="none" stroke="currentColor" stroke-width="2" )"
+        R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 24 24" width="100%" height="100%" fill="none" )"
+        R"(stroke="currentColor" stroke-width="2" )"
         R"(stroke-linecap="round" stroke-linejoin="round">)";
     static const std::array<std::pair<std::string_view, std::string>, 12> symbols = {{
         {"plus", std::string(head) + R"(<path d="M12 5v14M5 12h14"/></svg>)"},
