@@ -59,8 +59,11 @@ Body paymentPickerScreen(SandboxEnvironment& environment) {
 
 Body aboutTapToPayScreen(SandboxEnvironment& environment) {
     return [&environment](Scope& s) {
-        return walletScreen(s, environment, [&s](BalanceViewModel& viewModel) {
-            const TapToPayUiModel model = viewModel.tapToPayUiModel->value_or(TapToPayUiModel(""));
+        return walletScreen(s, environment, [&s, &environment](BalanceViewModel& viewModel) {
+            // Off a phone the device wallet cannot add passes, so the view model leaves out the
+            // tap to pay rows; this screen shows the row anyway, for the sandbox's merchant.
+            const TapToPayUiModel model =
+                viewModel.tapToPayUiModel->value_or(TapToPayUiModel(environment.wallet()->merchantSnapshot().name));
             return VStack({s.view(AboutTapToPayActionView{model}).padding(Edge::horizontal, 16), Spacer()});
         });
     };

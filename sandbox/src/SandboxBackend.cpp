@@ -49,6 +49,11 @@ std::vector<ToviSharedTransaction> SandboxBackend::transactionsSnapshot() const 
     return state_.transactions;
 }
 
+ToviSharedMerchant SandboxBackend::merchantSnapshot() const {
+    std::lock_guard lock(mutex_);
+    return state_.merchant;
+}
+
 std::vector<SandboxEvent> SandboxBackend::events() const {
     std::lock_guard lock(mutex_);
     return events_;

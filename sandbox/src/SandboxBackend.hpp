@@ -35,6 +35,7 @@ public:
     void clearAllFailures();
     ToviSharedCustomer customerSnapshot() const;
     std::vector<ToviSharedTransaction> transactionsSnapshot() const;
+    ToviSharedMerchant merchantSnapshot() const;
     std::vector<SandboxEvent> events() const;
     void clearEvents();
 

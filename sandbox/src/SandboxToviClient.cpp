@@ -139,6 +139,9 @@ ToviSharedCustomer SandboxToviClient::customerSnapshot() const {
 std::vector<ToviSharedTransaction> SandboxToviClient::transactionsSnapshot() const {
     return backend_->transactionsSnapshot();
 }
+ToviSharedMerchant SandboxToviClient::merchantSnapshot() const {
+    return backend_->merchantSnapshot();
+}
 std::vector<SandboxEvent> SandboxToviClient::events() const {
     return backend_->events();
 }

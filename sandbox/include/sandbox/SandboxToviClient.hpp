@@ -103,6 +103,7 @@ public:
     // Inspection.
     [[nodiscard]] ToviSharedCustomer customerSnapshot() const;
     [[nodiscard]] std::vector<ToviSharedTransaction> transactionsSnapshot() const;
+    [[nodiscard]] ToviSharedMerchant merchantSnapshot() const;
     // Starts (when a call arrives) and ends (when its result is posted), in order.
     [[nodiscard]] std::vector<SandboxEvent> events() const;
     void clearEvents();
