@@ -75,16 +75,10 @@ std::optional<std::string> amountTextFromTyping(std::optional<int> numberOfDecim
 namespace internal {
 
 std::string deviceDecimalSeparator() {
-    // Looked up once per locale: reading the locale's symbols costs more than the rest of a key.
-    // Main queue only, like the fields that ask.
-    static std::string locale;
-    static std::string separator;
-    if (std::string now = platform::currentLocale(); separator.empty() || now != locale) {
-        separator = platform::decimalSeparator(now);
-        if (separator.empty()) separator = ".";
-        locale = std::move(now);
-    }
-    return separator;
+    // The shared formatter already follows the device's locale and holds its symbols; building
+    // the locale's symbols afresh on every key would cost more than the rest of the key.
+    std::string separator = currencyInputFormatter().decimalSeparator();
+    return separator.empty() ? "." : separator;
 }
 
 std::string numericText(std::string_view text, std::string_view separator) {
