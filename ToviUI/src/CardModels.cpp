@@ -1,4 +1,7 @@
 #include "ToviUI/CardBrand.hpp"
+
+#include <iterator>
+
 #include "ToviUI/Hasher.hpp"
 #include "ToviUI/PaymentMethodUiModel.hpp"
 
@@ -17,6 +20,14 @@ struct BrandRow {
     {CardBrand::brand, backendName, displayName, ToviImageSource::image},
 constexpr BrandRow kBrands[] = {TOVI_CARD_BRANDS(TOVI_CARD_BRAND_ROW)};
 #undef TOVI_CARD_BRAND_ROW
+static_assert(kBrands[std::size(kBrands) - 1].brand == CardBrand::unknown, "unknown is the last row, the fallback");
+
+const BrandRow& rowOf(CardBrand brand) {
+    for (const auto& row : kBrands) {
+        if (row.brand == brand) return row;
+    }
+    return kBrands[std::size(kBrands) - 1];
+}
 
 }  // namespace
 
@@ -28,17 +39,11 @@ CardBrand cardBrandFromBackend(std::string_view brand) {
 }
 
 std::string_view displayName(CardBrand brand) {
-    for (const auto& row : kBrands) {
-        if (row.brand == brand) return row.displayName;
-    }
-    return "Unknown";
+    return rowOf(brand).displayName;
 }
 
 ToviImageSource imageSource(CardBrand brand) {
-    for (const auto& row : kBrands) {
-        if (row.brand == brand) return row.image;
-    }
-    return ToviImageSource::placeholderCard;
+    return rowOf(brand).image;
 }
 
 PaymentMethodUiModel makePaymentMethodUiModel(const ToviSharedPaymentMethod& record) {
